@@ -1,0 +1,26 @@
+// The seam that every database driver fills: a session that runs one SELECT text and hands its rows over.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "data/table.h"
+
+namespace dorvo::data {
+
+// Which SQL the database speaks; the report texts are written in TransactSql.
+enum class Dialect { TransactSql, Sqlite, PostgreSql };
+
+class Session {
+ public:
+  virtual ~Session() = default;
+  virtual data::Dialect dialect() const = 0;
+  // `select` is in the session's own dialect. Fails with QueryFailed (message of the database, no password),
+  // QueryTimeout or CannotConnect when the connection is lost.
+  virtual std::unique_ptr<Table> query(const std::string& select) = 0;
+  // False when the connection is known or found to be dead; may ask the server.
+  virtual bool alive() = 0;
+};
+
+}  // namespace dorvo::data
