@@ -1,0 +1,30 @@
+// A filter writes finished pages to a file format. It reads pages only, never a report or a database.
+//
+// begin(), page() for each page in order, end(). Pages may be dropped by the caller after page() returns, so a long
+// list needs no memory for them. Nothing stands at the target before end() has flushed, closed and renamed the file;
+// a filter that is destroyed without end() leaves nothing behind. Fails with CannotWrite, naming file and reason.
+// The same pages give the same bytes.
+#pragma once
+
+#include <string>
+
+#include "engine/pages.h"
+
+namespace dorvo::export_ {
+
+class Filter {
+ public:
+  virtual ~Filter() = default;
+  virtual void begin() = 0;
+  virtual void page(const engine::PagePtr& page) = 0;
+  virtual void end() = 0;
+
+  // All pages of a finished report.
+  void Export(const engine::Pages& pages) {
+    begin();
+    for (const engine::PagePtr& page_ptr : pages) page(page_ptr);
+    end();
+  }
+};
+
+}  // namespace dorvo::export_
