@@ -39,6 +39,10 @@ struct Page {
   int number = 1;
   int width = 11906;  // twips, as the sheet is read
   int height = 16838;
+  int left_margin = 0;  // twips; items may reach into them
+  int right_margin = 0;
+  int top_margin = 0;
+  int bottom_margin = 0;
   std::vector<PageItem> items;
   // Equal keys with equal layouts: the fixed items of the pages are the same at the same places. 0: no fixed layer.
   std::uint64_t fixed_key = 0;

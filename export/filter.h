@@ -7,6 +7,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "engine/pages.h"
 
@@ -25,6 +26,13 @@ class Filter {
     for (const engine::PagePtr& page_ptr : pages) page(page_ptr);
     end();
   }
+
+  // What the officer should know of the last export and no failure was, one line each: controls that met in one cell,
+  // characters that the format has not. Each is told once, however many pages it happens on.
+  const std::vector<std::string>& Messages() const { return messages_; }
+
+ protected:
+  std::vector<std::string> messages_;
 };
 
 }  // namespace dorvo::export_
