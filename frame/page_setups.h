@@ -22,7 +22,7 @@ struct ReportKind {
   bool render_mode = true;        // step 1
   bool print_quality = true;      // step 2
   bool page_setup_dialog = true;  // ShowPageSetup is read
-  bool page_setup = true;         // a set-up of its own at all
+  bool sub_report = false;        // run inside another report: no set-up, toolbar or query of its own
   bool printer_option = false;    // the further printer option set to 1
   bool sweeps = true;
   bool page_footer = false;  // has PageFooter_Format

@@ -17,6 +17,7 @@
 #include "engine/active_report.h"
 #include "frame/page_setups.h"
 #include "frame/settings.h"
+#include "value/text.h"
 
 namespace dorvo::frame {
 
@@ -74,6 +75,9 @@ class Report : public engine::ActiveReport {
   void ActiveReport_ReportStart() override;
 
  private:
+  void set_printer();
+  void set_page();
+  void set_toolbar();
   void HideDataFields(bool flag);
   void HideFormArt(bool flag);
 

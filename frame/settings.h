@@ -41,4 +41,7 @@ bool OpenRecordset(std::shared_ptr<data::Recordset>& recordset, std::string_view
 // Closes the recordset when it is open and empties the variable. Returns true.
 bool CloseRecordset(std::shared_ptr<data::Recordset>& recordset);
 
+// The folder browser, opened on `folder`. Overwrites it with the user's choice; Cancel leaves it alone. Returns true.
+bool BrowseForFolder(const std::string& title, std::string& folder);
+
 }  // namespace dorvo::frame
