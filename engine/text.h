@@ -21,11 +21,13 @@ struct Face {
   std::string file;
   int index = 0;       // of the face in a collection
   std::string family;  // as the layout asked for it ("Arial"), or the fallback's own
+  std::string own_family;  // what serves it ("Liberation Sans")
   std::string postscript_name;
   bool bold = false;
   bool italic = false;
   double ascent = 0;   // above the baseline, positive
   double descent = 0;  // below the baseline, positive
+  double line_gap = 0;
   double units_per_em = 1000;
   int id = 0;  // counts from 0 in order of first use in the process; never a source of output order
 };
@@ -70,5 +72,12 @@ ShapedPtr shape(std::string_view text, const Style& style, int half_points, int 
 inline double twips_of(double em, int half_points) {
   return em * half_points * 10.0;
 }
+
+// What a box keeps free left and right of its text, twips: room for its border, nothing without one. A box's text is
+// shaped to its width less this on both sides.
+int text_inset(const ControlLayout& control);
+
+// Of all lines, from the top of the first to the bottom of the last, twips.
+double text_height(const ShapedText& shaped, int half_points);
 
 }  // namespace dorvo::engine
