@@ -21,4 +21,7 @@ struct Options {
 // Failure: CannotWrite with the file and the reason; Overflow for options out of their range.
 void write_practice(const std::string& file, const Options& options);
 
+// What each described dealer (CustomerID) and return (CMasterID) stands for, one line each.
+std::string described_cases();
+
 }  // namespace dorvo::practice
