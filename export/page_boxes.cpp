@@ -1,0 +1,80 @@
+#include "export/page_boxes.h"
+
+#include <algorithm>
+
+namespace dorvo::export_ {
+namespace {
+
+using engine::ControlKind;
+using engine::PageItem;
+
+void add_frame(const PageItem& item, std::vector<GridRule>& rules) {
+  const int right = item.left + item.width;
+  const int bottom = item.top + item.height;
+  rules.push_back({item.left, item.top, right, item.top});
+  rules.push_back({item.left, bottom, right, bottom});
+  rules.push_back({item.left, item.top, item.left, bottom});
+  rules.push_back({right, item.top, right, bottom});
+}
+
+std::vector<std::string> split_lines(std::string_view text) {
+  std::vector<std::string> lines(1);
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') ++i;
+    if (text[i] == '\r' || text[i] == '\n')
+      lines.emplace_back();
+    else
+      lines.back() += text[i];
+  }
+  return lines;
+}
+
+}  // namespace
+
+PageBoxes boxes_of(const engine::Page& page) {
+  PageBoxes found;
+  for (const PageItem& item : page.items) {
+    const bool ruled = item.control->weight > 0;
+    if (item.kind() == ControlKind::Line && ruled)
+      found.rules.push_back({item.left, item.top, item.left + item.width, item.top + item.height});
+    if (item.kind() == ControlKind::Shape && ruled) add_frame(item, found.rules);
+    if (item.kind() != ControlKind::Label && item.kind() != ControlKind::Field) continue;
+    if (item.control->border && ruled) add_frame(item, found.rules);
+    if (item.string().empty()) continue;
+    found.items.push_back(&item);
+    found.boxes.push_back({item.left, item.top, item.left + item.width, item.top + item.height});
+  }
+  return found;
+}
+
+void OverlapNotes::add(const engine::Page& page, const PageBoxes& boxes, const Grid& grid,
+                       std::vector<std::string>& messages) {
+  for (const auto& [one, other] : grid.overlaps) {
+    const engine::ControlLayout* first = boxes.items[one]->control;
+    const engine::ControlLayout* second = boxes.items[other]->control;
+    if (!told_.insert({first, second}).second) continue;
+    messages.push_back("Page " + std::to_string(page.number) + ": " + first->name + " and " + second->name +
+                       " stand over each other; both texts are kept");
+  }
+}
+
+std::vector<std::string> lines_of(const PageItem& item) {
+  if (!item.shaped) return split_lines(item.string());
+  std::vector<std::string> lines;
+  for (const engine::TextLine& line : item.shaped->lines) {
+    lines.emplace_back();
+    for (const engine::GlyphRun& run : line.runs) lines.back() += run.text;
+  }
+  return lines;
+}
+
+std::string cell_text(const PageItem& item, std::string_view line_end) {
+  std::string text;
+  for (const std::string& line : split_lines(item.string())) {
+    if (!text.empty()) text += line_end;
+    text += line;
+  }
+  return text;
+}
+
+}  // namespace dorvo::export_

@@ -1,0 +1,36 @@
+// What a finished page gives the grid step: its texts as boxes, its rules and frames as rules.
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "engine/pages.h"
+#include "export/grid.h"
+
+namespace dorvo::export_ {
+
+struct PageBoxes {
+  std::vector<const engine::PageItem*> items;  // Labels and Fields with a text; live as long as the page
+  std::vector<GridBox> boxes;                  // of the items, in step
+  std::vector<GridRule> rules;
+};
+
+PageBoxes boxes_of(const engine::Page& page);
+
+// Messages on controls that stand over each other, each pair of controls once.
+class OverlapNotes {
+ public:
+  void add(const engine::Page& page, const PageBoxes& boxes, const Grid& grid, std::vector<std::string>& messages);
+
+ private:
+  std::set<std::pair<const engine::ControlLayout*, const engine::ControlLayout*>> told_;
+};
+
+// Lines of the text of an item as they stand on paper: as it was shaped, else at its line ends.
+std::vector<std::string> lines_of(const engine::PageItem& item);
+
+// The whole text of an item for one cell, its line ends as `line_end`.
+std::string cell_text(const engine::PageItem& item, std::string_view line_end);
+
+}  // namespace dorvo::export_
