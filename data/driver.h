@@ -9,6 +9,8 @@
 
 namespace dorvo::data {
 
+class ConnectionText;
+
 // Which SQL the database speaks; the report texts are written in TransactSql.
 enum class Dialect { TransactSql, Sqlite, PostgreSql };
 
@@ -16,11 +18,17 @@ class Session {
  public:
   virtual ~Session() = default;
   virtual data::Dialect dialect() const = 0;
-  // `select` is in the session's own dialect. Fails with QueryFailed (message of the database, no password),
-  // QueryTimeout or CannotConnect when the connection is lost.
+
+  // `select` is one statement in the session's own dialect. Fails with QueryFailed (the message of the database,
+  // without a password), QueryTimeout, or CannotConnect when the connection is lost; the session is then dead.
   virtual std::unique_ptr<Table> query(const std::string& select) = 0;
+
   // False when the connection is known or found to be dead; may ask the server.
   virtual bool alive() = 0;
 };
+
+// The drivers. They fail with CannotConnect, or with BadConnectionText for what only the driver can judge.
+std::unique_ptr<Session> open_sqlite(const ConnectionText& text);
+std::unique_ptr<Session> open_odbc(const ConnectionText& text);
 
 }  // namespace dorvo::data

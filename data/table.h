@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "value/variant.h"
@@ -14,19 +15,24 @@ namespace dorvo::data {
 
 class Table {
  public:
-  explicit Table(std::vector<std::string> columns) : columns_(std::move(columns)) {}
+  explicit Table(std::vector<std::string> columns);
 
   // Append the next cell, left to right, row after row.
   void add_null();
   void add(bool flag);
   void add(std::int64_t number);
   void add(double number);
-  void add(std::string_view text);  // copied into the arena
+  void add(std::string_view text);  // copied into the arena; bytes that are no UTF-8 become U+FFFD
+  void add(const char*) = delete;   // would be taken for a flag
   void add(const value::Date& date);
 
   std::size_t rows() const { return columns_.empty() ? 0 : cells_.size() / columns_.size(); }
   const std::vector<std::string>& columns() const { return columns_; }
   value::Variant cell(std::size_t row, std::size_t column) const;
+
+  // The column of this name without regard to case, the first of several; npos when there is none.
+  std::size_t find(std::string_view column) const;
+  static constexpr std::size_t npos = static_cast<std::size_t>(-1);
 
  private:
   struct Cell {
@@ -39,6 +45,7 @@ class Table {
     };
   };
   std::vector<std::string> columns_;
+  std::vector<std::pair<std::uint32_t, std::uint32_t>> index_;  // hash of the name, column; sorted
   std::vector<Cell> cells_;
   std::string arena_;
 };

@@ -1,5 +1,6 @@
 #include "value/text.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -38,15 +39,31 @@ std::size_t number_length(std::string_view text) {
   return at;
 }
 
+// Of a number that no double holds: whether it is beyond the largest one, or below the smallest.
+bool is_huge(std::string_view number) {
+  const std::size_t mark = std::min(number.find_first_of("eE"), number.size());
+  const std::string_view digits = number.substr(0, mark);
+  const std::size_t point = std::min(digits.find('.'), digits.size());
+  const std::size_t first = digits.find_first_of("123456789");
+  if (first == std::string_view::npos) return false;
+  long long power = 0;
+  if (mark < number.size()) {
+    std::string_view exponent = number.substr(mark + 1);
+    if (exponent.front() == '+') exponent.remove_prefix(1);
+    const auto read = std::from_chars(exponent.data(), exponent.data() + exponent.size(), power);
+    if (read.ec != std::errc()) return exponent.front() != '-';
+  }
+  return power + static_cast<long long>(point) > static_cast<long long>(first);
+}
+
 double parse_number(std::string_view number) {
   if (!number.empty() && number.front() == '+') number.remove_prefix(1);
   double parsed = 0;
   auto [end, problem] = std::from_chars(number.data(), number.data() + number.size(), parsed);
   if (problem == std::errc::result_out_of_range) {
-    // Too small is 0, which parsed still is; too large has no text in any box.
-    const double scale = std::strtod(std::string(number).c_str(), nullptr);
-    if (std::isinf(scale)) throw Failure(Error::Overflow, "Overflow: a number beyond 1E+308");
-    return scale;
+    // Too small counts as 0; too large has no text in any box.
+    if (is_huge(number)) throw Failure(Error::Overflow, "Overflow: a number beyond 1E+308");
+    return 0;
   }
   return parsed;
 }

@@ -9,10 +9,14 @@
 namespace dorvo::value {
 
 // The leading number of a text, 0 when there is none: blanks are skipped, then a sign, digits, a point,
-// an exponent are read up to the first character that cannot go on a number. Never fails, except on NULL.
+// an exponent are read up to the first character that cannot go on a number. Fails with Overflow beyond 1E+308.
 double Val(std::string_view text);
-inline double Val(const std::string& text) { return Val(std::string_view(text)); }
-inline double Val(const char* text) { return Val(std::string_view(text)); }
+inline double Val(const std::string& text) {
+  return Val(std::string_view(text));
+}
+inline double Val(const char* text) {
+  return Val(std::string_view(text));
+}
 double Val(const Variant& value);  // fails with InvalidUseOfNull
 
 // The whole text as a number. Fails with TypeMismatch when it is anything else, empty text included.

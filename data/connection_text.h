@@ -1,0 +1,51 @@
+// A connection text: which database is meant, and how it is reached.
+//
+// Understood are the ADO style ("Provider=SQLOLEDB.1;Data Source=...;Initial Catalog=..."), the ODBC style
+// ("Driver={...};Server=...", "DSN=..."), "Provider=SQLite;Data Source=practice.db", and the plain path of a database
+// file. Values may stand in "..." or '...' (the quote doubled inside) or in {...} (the closing brace doubled inside).
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace dorvo::data {
+
+class ConnectionText {
+ public:
+  enum class Kind {
+    SqliteFile,  // file()
+    Odbc,        // goes to ODBC as it stands
+    SqlServer,   // ADO style for a SQL Server
+    PostgreSql,  // ADO style for a PostgreSQL
+  };
+
+  // Fails with BadConnectionText. No message quotes a value, which may be a password.
+  static ConnectionText parse(std::string_view text);
+
+  Kind kind() const { return kind_; }
+  const std::string& file() const { return file_; }
+  const std::string& text() const { return text_; }  // as an ODBC driver takes it, for Kind::Odbc
+  std::string password() const;                      // to be kept out of messages; empty when there is none
+
+  // The value of the first of these keys that the text has, in any case; empty when it has none.
+  std::string value(std::initializer_list<std::string_view> keys) const;
+  // Whether it has one of them.
+  bool has(std::initializer_list<std::string_view> keys) const;
+
+ private:
+  using Pair = std::pair<std::string, std::string>;
+  const Pair* find(std::initializer_list<std::string_view> keys) const;
+  void choose_kind(std::string_view text);
+
+  Kind kind_ = Kind::SqliteFile;
+  std::string file_;
+  std::string text_;
+  std::vector<Pair> pairs_;
+};
+
+// `message` without the password of the connection text, on one line.
+std::string without_password(std::string message, const std::string& password);
+
+}  // namespace dorvo::data

@@ -1,0 +1,113 @@
+// Connections to the embedded database: opening, refusing, pooling.
+#include "data/connection.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "scratch_database.h"
+#include "value/text.h"
+
+namespace dorvo::data {
+namespace {
+
+using value::Error;
+using value::Failure;
+
+void write_file(const std::string& path, const std::string& content) {
+  std::ofstream(path, std::ios::binary) << content;
+}
+
+TEST(Connection, WhatIsNoDatabaseFileIsTold) {
+  ScratchFolder folder;
+  write_file(folder.file("foreign.db"), std::string(4096, 'x'));
+  struct Case {
+    std::string text, says;
+  };
+  for (const Case& c :
+       {Case{folder.file("none.db"), "No such file or directory"}, Case{folder.file("."), "it is no file"},
+        Case{folder.file("foreign.db"), "it is no SQLite database"}}) {
+    try {
+      Connection::open(c.text);
+      ADD_FAILURE() << c.text;
+    } catch (const Failure& failure) {
+      EXPECT_EQ(failure.number(), Error::CannotConnect);
+      EXPECT_EQ(failure.description(), "Cannot open the database file \"" + c.text + "\": " + c.says);
+    }
+  }
+}
+
+TEST(Connection, AMissingTableOrColumnIsOneClearLine) {
+  ScratchDatabase database("CREATE TABLE t (a INT)");
+  const auto connection = Connection::open(database.path());
+  struct Case {
+    std::string select, says;
+  };
+  for (const Case& c :
+       {Case{"select * from Customer", "no such table: Customer"}, Case{"select b from dbo.t", "no such column: b"},
+        Case{"select \"b\" from t", "no such column: b"}, Case{"select from", "near \"from\": syntax error"}}) {
+    try {
+      connection->query(c.select);
+      ADD_FAILURE() << c.select;
+    } catch (const Failure& failure) {
+      EXPECT_EQ(failure.number(), Error::QueryFailed);
+      EXPECT_EQ(failure.description(), "Database file \"" + database.path() + "\": " + c.says);
+    }
+  }
+}
+
+TEST(Connection, NothingIsEverWritten) {
+  ScratchDatabase database("CREATE TABLE t (a INT); INSERT INTO t VALUES (1)");
+  const auto before = std::filesystem::last_write_time(database.path());
+  const auto connection = Connection::open(database.path());
+  for (const char* text : {"DELETE FROM t", "SELECT 1; DELETE FROM t", "SELECT 1 /**/; DELETE FROM t",
+                           "PRAGMA user_version=7", "ATTACH 'other.db' AS o"}) {
+    try {
+      connection->query(text);
+      ADD_FAILURE() << text;
+    } catch (const Failure& failure) {
+      EXPECT_EQ(failure.number(), Error::NotOneSelect) << text;
+    }
+  }
+  EXPECT_EQ(connection->query("select a from t")->rows(), 1U);
+  EXPECT_EQ(std::filesystem::last_write_time(database.path()), before);
+}
+
+TEST(Connection, AClosedOneTakesNoQuery) {
+  ScratchDatabase database;
+  const auto connection = Connection::open(database.path());
+  connection->Close();
+  EXPECT_FALSE(connection->is_open());
+  try {
+    connection->query("select 1");
+    FAIL();
+  } catch (const Failure& failure) {
+    EXPECT_EQ(failure.number(), Error::ObjectClosed);
+  }
+}
+
+TEST(ConnectionPool, OneTextOneConnection) {
+  ScratchDatabase database("CREATE TABLE t (a INT)");
+  const auto first = Connection::pooled(database.path());
+  EXPECT_EQ(Connection::pooled(database.path()), first);
+  EXPECT_NE(Connection::pooled("Provider=SQLite;Data Source=" + database.path()), first);
+  first->Close();
+  const auto second = Connection::pooled(database.path());
+  EXPECT_NE(second, first);
+  EXPECT_TRUE(second->is_open());
+}
+
+TEST(ConnectionPool, AFileThatTookTheOldOnesPlaceIsOpenedAnew) {
+  ScratchDatabase database("CREATE TABLE t (a INT); INSERT INTO t VALUES (1)");
+  ScratchDatabase newer("CREATE TABLE t (a INT); INSERT INTO t VALUES (2)");
+  const auto held = Connection::pooled(database.path());
+  EXPECT_EQ(held->query("select a from t")->cell(0, 0), value::Variant(1));
+  std::filesystem::rename(newer.path(), database.path());
+  EXPECT_EQ(Connection::pooled(database.path())->query("select a from t")->cell(0, 0), value::Variant(2));
+  EXPECT_EQ(held->query("select a from t")->cell(0, 0), value::Variant(2));
+}
+
+}  // namespace
+}  // namespace dorvo::data
