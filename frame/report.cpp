@@ -162,8 +162,7 @@ void Report::put(std::string_view box, const value::Variant& v) {
 }
 
 void Report::add(std::string_view box, const value::Variant& v) {
-  if (v.is_null()) return put(box, v);
-  put(box, number(box) + value::number_of(v));
+  put(box, value::Variant(number(box)) + v);
 }
 
 void Report::show(std::string_view name, bool visible) {
