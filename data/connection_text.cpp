@@ -51,24 +51,24 @@ class Reader {
     if (!is_key(key)) refuse(item_name(number_) + " has no name before its \"=\"");
     rest_.remove_prefix(mark + 1);
     while (!rest_.empty() && value::trim(rest_.substr(0, 1)).empty()) rest_.remove_prefix(1);
-    return {std::string(key), read_value(key)};
+    return {std::string(key), read_value()};
   }
 
  private:
-  std::string read_value(std::string_view key) {
-    if (!rest_.empty() && (rest_.front() == '"' || rest_.front() == '\'' || rest_.front() == '{')) return quoted(key);
+  std::string read_value() {
+    if (!rest_.empty() && (rest_.front() == '"' || rest_.front() == '\'' || rest_.front() == '{')) return quoted();
     const std::string_view plain = rest_.substr(0, std::min(rest_.find(';'), rest_.size()));
     rest_.remove_prefix(plain.size());
     return std::string(value::trim(plain));
   }
 
-  std::string quoted(std::string_view key) {
+  std::string quoted() {
     const char quote = rest_.front() == '{' ? '}' : rest_.front();
     rest_.remove_prefix(1);
     std::string plain;
     while (true) {
       const std::size_t end = rest_.find(quote);
-      if (end == std::string_view::npos) refuse("the value of \"" + std::string(key) + "\" is not closed");
+      if (end == std::string_view::npos) refuse("the quote or brace of " + item_name(number_) + " is not closed");
       plain += rest_.substr(0, end);
       rest_.remove_prefix(end + 1);
       if (rest_.empty() || rest_.front() != quote) break;
@@ -77,7 +77,7 @@ class Reader {
     }
     const std::size_t end = std::min(rest_.find(';'), rest_.size());
     if (!value::trim(rest_.substr(0, end)).empty())
-      refuse("text stands behind the closed value of \"" + std::string(key) + "\"; expected a semicolon");
+      refuse("text stands behind the quote or brace of " + item_name(number_) + "; expected a semicolon");
     rest_.remove_prefix(end);
     return plain;
   }
@@ -133,11 +133,9 @@ void ConnectionText::choose_kind(std::string_view text) {
     if (!has({"Driver", "DSN", "FileDSN"})) refuse("it names no Provider, Driver or DSN; " + std::string(kExpected));
     return;
   }
-  const std::string name = value({"Provider"});
-  const Provider* provider = find_provider(name);
+  const Provider* provider = find_provider(value({"Provider"}));
   if (!provider)
-    refuse("provider \"" + name +
-           "\" is unknown; expected SQLOLEDB, SQLNCLI, MSOLEDBSQL, PostgreSQL, MSDASQL or SQLite");
+    refuse("its provider is unknown; expected SQLOLEDB, SQLNCLI, MSOLEDBSQL, PostgreSQL, MSDASQL or SQLite");
   kind_ = provider->kind;
   if (kind_ == Kind::SqliteFile) {
     file_ = value({"Data Source"});

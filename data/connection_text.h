@@ -21,7 +21,8 @@ class ConnectionText {
     PostgreSql,  // ADO style for a PostgreSQL
   };
 
-  // Fails with BadConnectionText. No message quotes a value, which may be a password.
+  // Fails with BadConnectionText. No message quotes any part of the text: where it is broken, a
+  // password may stand anywhere.
   static ConnectionText parse(std::string_view text);
 
   Kind kind() const { return kind_; }

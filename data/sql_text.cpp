@@ -159,7 +159,7 @@ void check_one_select(std::string_view sql) {
     const SqlToken& token = tokens[at];
     const SqlToken& before = tokens[at - 1];
     if (token.is(";")) refuse("a second statement begins", sql, token.text);
-    if (token.kind != Kind::Word || before.is(".")) continue;
+    if (token.kind != Kind::Word) continue;
     const bool inner =
         before.is("(") || before.is("union") || before.is("all") || before.is("except") || before.is("intersect");
     if (token.is("select") && !inner) refuse("a second SELECT begins", sql, token.text);

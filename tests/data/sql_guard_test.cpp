@@ -17,7 +17,7 @@ TEST(SqlGuard, OneSelectPasses) {
            "SELECT 1 ; \n",
            "select 'a;b -- c /* d */ drop' as x",
            "select 'it''s; DROP TABLE x' from t",
-           "select [drop], \"insert\", t.update from t",
+           "select [drop], \"insert\", t.[update] from t",
            "select CustomerCode,max(RevisionNo)RevisionNo,Fromdate from CMaster group by CustomerCode,Fromdate",
            "select * from a where y =(SELECT MAX(a.yearid) FROM customer a)and x in (1,2,3)",
            "select 1 union all select 2 except select 3",
@@ -56,6 +56,7 @@ TEST(SqlGuard, AllElseIsRefused) {
            std::string("select * from t order by 1 waitfor delay '0:0:9'"),
            std::string("select * from openrowset('x','y','z')"),
            std::string("select * from t for update"),
+           std::string("select 1 from t where a = dbo.select b from t"),
            // What a comment hides depends on the database.
            std::string("SELECT 1 /* x */"),
            std::string("SELECT 1 -- x"),
