@@ -16,6 +16,7 @@ enum class Error : int {
   PathAccess = 75,
   ObjectNotSet = 91,
   InvalidUseOfNull = 94,
+  InvalidPropertyValue = 380,
   PropertyNotFound = 438,
   ReportNotBuilt = 445,
   // Layout store and run loop.
