@@ -36,7 +36,7 @@ void OutputFile::write(std::string_view bytes) {
 }
 
 void OutputFile::commit() {
-  if (std::fflush(file_) != 0) cannot_write(target_);
+  if (std::fflush(file_) != 0 || std::ferror(file_)) cannot_write(target_);
   const int closed = std::fclose(file_);
   file_ = nullptr;
   if (closed != 0 || std::rename(beside_.c_str(), target_.c_str()) != 0) {

@@ -16,6 +16,9 @@ class OutputFile {
   OutputFile& operator=(const OutputFile&) = delete;
 
   void write(std::string_view bytes);
+  // For a library that writes the file itself, seeking in it; what it writes does not count in size(), and a failed
+  // write comes out at commit().
+  std::FILE* stream() { return file_; }
   // Bytes written so far.
   std::size_t size() const { return size_; }
   // Flushes, closes and renames. Fails with CannotWrite; nothing stands at the target then that was not there before.

@@ -39,10 +39,12 @@ inline engine::ShapedPtr hand_shape(std::string_view text) {
   }
 }
 
-// Builds the pages of one report: style() and page() first, then what stands on the page.
+// Builds the pages of one report: style() and page() first, then what stands on the page. Texts are shaped by hand, or
+// with real fonts where a reader is to show them.
 class HandPages {
  public:
-  HandPages() {
+  enum class Fonts { ByHand, Real };
+  explicit HandPages(Fonts fonts = Fonts::ByHand) : fonts_(fonts) {
     layout_->name = "Hand";
     layout_->sections.resize(1);
     layout_->sections[0].name = "Detail";
@@ -58,8 +60,13 @@ class HandPages {
     return made;
   }
 
-  HandPages& page() {
+  HandPages& page(int width = 11906, int height = 16838) {
     current_ = std::make_shared<engine::Page>();
+    current_->width = width;
+    current_->height = height;
+    current_->left_margin = 1152;
+    current_->right_margin = 360;
+    current_->top_margin = current_->bottom_margin = 720;
     current_->number = static_cast<int>(pages_.Count()) + 1;
     current_->layouts = {layout_};
     pages_.add(current_);
@@ -75,7 +82,9 @@ class HandPages {
     engine::PageItem& item = placed(control, left, top, width, height);
     item.half_points = control.style->half_points;
     item.text = std::make_shared<const std::string>(text);
-    if (!text.empty()) item.shaped = hand_shape(text);
+    if (!text.empty())
+      item.shaped = fonts_ == Fonts::ByHand ? hand_shape(text)
+                                            : engine::shape(text, *control.style, item.half_points, width);
     return *this;
   }
   HandPages& line(int left, int top, int width, int height) {
@@ -114,6 +123,7 @@ class HandPages {
     return item;
   }
 
+  Fonts fonts_;
   std::shared_ptr<engine::Layout> layout_ = std::make_shared<engine::Layout>();
   std::shared_ptr<engine::Page> current_;
   engine::Pages pages_;

@@ -1,0 +1,20 @@
+// write_samples DIR: the sample report in every format and kind, for the checks with outside readers.
+#include <iostream>
+
+#include "export/rtf_filter.h"
+#include "export/text_filter.h"
+#include "tests/export/sample_report.h"
+
+using namespace dorvo;
+
+int main(int, char** argv) {
+  const std::string folder = std::string(argv[1]) + "/";
+  const test::HandPages hand = test::sample_report();
+  export_::RtfFilter rtf;
+  rtf.FileName = folder + "sample.rtf";
+  rtf.Export(hand.pages());
+  export_::TextFilter text;
+  text.FileName = folder + "sample.txt";
+  text.Export(hand.pages());
+  for (const std::string& message : text.Messages()) std::cout << message << '\n';
+}
