@@ -21,7 +21,8 @@ endif()
 
 add_library(dorvo_flags INTERFACE)
 target_include_directories(dorvo_flags INTERFACE ${PROJECT_SOURCE_DIR})
-target_compile_options(dorvo_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+target_compile_options(dorvo_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+                                               $<$<CXX_COMPILER_ID:GNU>:-Werror>)
 if(DORVO_SANITIZE)
   target_compile_options(dorvo_flags INTERFACE -fsanitize=${DORVO_SANITIZE} -fno-omit-frame-pointer
                                                -fno-sanitize-recover=all)
