@@ -18,15 +18,14 @@ namespace {
 
 OutputFile::OutputFile(std::string target) : target_(std::move(target)) {
   beside_ = target_ + "." + std::to_string(getpid()) + ".part";
-  file_ = std::fopen(beside_.c_str(), "wbx");
-  if (!file_ && errno == EEXIST && std::remove(beside_.c_str()) == 0) file_ = std::fopen(beside_.c_str(), "wbx");
+  file_ = std::fopen(beside_.c_str(), "w+bx");
+  if (!file_ && errno == EEXIST && std::remove(beside_.c_str()) == 0) file_ = std::fopen(beside_.c_str(), "w+bx");
   if (!file_) cannot_write(target_);
 }
 
 OutputFile::~OutputFile() {
-  if (!file_) return;
-  std::fclose(file_);
-  std::remove(beside_.c_str());
+  if (file_) std::fclose(file_);
+  if (!committed_) std::remove(beside_.c_str());
 }
 
 void OutputFile::write(std::string_view bytes) {
@@ -35,16 +34,20 @@ void OutputFile::write(std::string_view bytes) {
   size_ += bytes.size();
 }
 
-void OutputFile::commit() {
-  if (std::fflush(file_) != 0 || std::ferror(file_)) cannot_write(target_);
-  const int closed = std::fclose(file_);
+void OutputFile::close() {
+  if (!file_) return;
+  const bool flushed = std::fflush(file_) == 0 && !std::ferror(file_);
+  const int reason = errno;
+  const bool closed = std::fclose(file_) == 0;
   file_ = nullptr;
-  if (closed != 0 || std::rename(beside_.c_str(), target_.c_str()) != 0) {
-    const int reason = errno;
-    std::remove(beside_.c_str());
-    errno = reason;
-    cannot_write(target_);
-  }
+  if (!flushed) errno = reason;
+  if (!flushed || !closed) cannot_write(target_);
+}
+
+void OutputFile::commit() {
+  close();
+  if (std::rename(beside_.c_str(), target_.c_str()) != 0) cannot_write(target_);
+  committed_ = true;
 }
 
 }  // namespace dorvo::export_

@@ -21,6 +21,13 @@ class OutputFile {
   std::FILE* stream() { return file_; }
   // Bytes written so far.
   std::size_t size() const { return size_; }
+  // For libraries that go back in the file while they write it, the OutputFile being open. Bytes that are written this
+  // way are not in size().
+  std::FILE* stream() { return file_; }
+  // Flushes and closes; the target still stands as it was. Fails with CannotWrite.
+  void close();
+  // Another name for the target, in the same folder.
+  void retarget(std::string target) { target_ = std::move(target); }
   // Flushes, closes and renames. Fails with CannotWrite; nothing stands at the target then that was not there before.
   void commit();
 
@@ -30,6 +37,7 @@ class OutputFile {
   std::string target_;
   std::string beside_;
   std::FILE* file_ = nullptr;
+  bool committed_ = false;
   std::size_t size_ = 0;
 };
 
