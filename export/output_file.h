@@ -17,13 +17,10 @@ class OutputFile {
 
   void write(std::string_view bytes);
   // For a library that writes the file itself, seeking in it; what it writes does not count in size(), and a failed
-  // write comes out at commit().
+  // write comes out at close() or commit().
   std::FILE* stream() { return file_; }
   // Bytes written so far.
   std::size_t size() const { return size_; }
-  // For libraries that go back in the file while they write it, the OutputFile being open. Bytes that are written this
-  // way are not in size().
-  std::FILE* stream() { return file_; }
   // Flushes and closes; the target still stands as it was. Fails with CannotWrite.
   void close();
   // Another name for the target, in the same folder.
