@@ -39,6 +39,12 @@ void Recordset::MoveNext() {
   ++row_;
 }
 
+void Recordset::AbsolutePosition(std::int64_t row) {
+  if (row < 1 || row > RecordCount())
+    throw Failure(Error::EngineState, "The recordset has no row number " + std::to_string(row));
+  row_ = static_cast<std::size_t>(row - 1);
+}
+
 value::Variant Recordset::Fields(std::string_view column) const {
   const std::size_t at = open_table().find(column);
   if (at == npos)

@@ -44,6 +44,8 @@ class Recordset {
   bool EOF_() const;
   void MoveFirst();
   void MoveNext();  // past the last row is no failure once; reading there is
+  // Stands on that row, counted from 1. Fails with EngineState when there is no such row.
+  void AbsolutePosition(std::int64_t row);
 
   // The column of the row it stands on. Fails with ItemNotFound for a column that the result has not, and with
   // EngineState before the first and behind the last row.

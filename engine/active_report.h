@@ -20,6 +20,8 @@
 
 namespace dorvo::engine {
 
+struct ReportPlan;
+
 enum class Orientation : int { Portrait = 1, Landscape = 2 };
 constexpr int kPaperA4 = 9;
 constexpr int kPaperCustom = 256;
@@ -36,7 +38,7 @@ struct PageSettings {
   float BottomMargin = 1440;
   engine::Orientation Orientation = Orientation::Portrait;
 
-  // The sheet as it is read, twips: A4 by its size, custom paper by its lengths, turned when landscape.
+  // The sheet as it is read, twips: paper of a known size by that, custom paper by its lengths, turned when landscape.
   int sheet_width() const;
   int sheet_height() const;
 };
@@ -74,7 +76,8 @@ class ActiveReport {
 
   // One whole run. A failure of the data control or of a handler ends it: the Failure is thrown with report, event
   // and control in its text, and the pages completed so far, with what was filled of the last, stand in Pages or have
-  // gone to the sink. No rows: no pages.
+  // gone to the sink. No rows: no pages. Fails with EngineState when this object is running already, or when page
+  // header and footer leave no room on the sheet.
   void run();
 
   // Pages go here as they are completed instead of into Pages, so that a long list needs no memory for them.
@@ -116,11 +119,19 @@ class ActiveReport {
   std::string name_;
   LayoutPtr layout_;
   std::vector<std::unique_ptr<Section>> sections_;
-  std::unordered_map<std::string, Control*> by_name_;  // lower case
-  std::unique_ptr<ControlLayout> master_layout_;       // when the layout has no data control
+  struct NameHash {
+    std::size_t operator()(std::string_view name) const;
+  };
+  struct SameName {
+    bool operator()(std::string_view left, std::string_view right) const;
+  };
+  std::unordered_map<std::string_view, Control*, NameHash, SameName> by_name_;  // names of the layout
+  std::unique_ptr<ControlLayout> master_layout_;                                // when the layout has no data control
   std::unique_ptr<DataControl> own_master_;
   DataControl* master_ = nullptr;
   std::map<std::string, std::function<void()>, std::less<>> handlers_;  // lower case
+  std::unique_ptr<ReportPlan> plan_;                                    // what the run loop keeps from run to run
+  bool running_ = false;
   engine::Pages pages_;
   PageSink sink_;
   std::vector<std::string> messages_;

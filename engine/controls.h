@@ -94,6 +94,10 @@ class SubReport : public Control {
   using Control::Control;
   const std::shared_ptr<ActiveReport>& Report() const { return report_; }
   void Report(std::shared_ptr<ActiveReport> report) { report_ = std::move(report); }
+  void reset() override {
+    Control::reset();
+    report_.reset();
+  }
 
  private:
   std::shared_ptr<ActiveReport> report_;
@@ -103,10 +107,16 @@ class SubReport : public Control {
 class DataControl : public Control {
  public:
   using Control::Control;
-  void ConnectionString(std::string text) { connection_string_ = std::move(text); }
+  // Writing either closes the recordset.
+  void ConnectionString(std::string text);
   const std::string& ConnectionString() const { return connection_string_; }
-  void Source(std::string select) { source_ = std::move(select); }
+  void Source(std::string select);
   const std::string& Source() const { return source_; }
+  // Opens the recordset, unless it is open or there is no query. The engine does so after ReportStart; a handler that
+  // must know earlier whether there are rows does it itself. Fails as Connection::pooled() and Recordset::Open().
+  void Open();
+  void Close();  // closed already is no failure
+  bool is_open() const { return recordset_.State() == data::State::Open; }
   // Opened by the engine; inside Detail_Format it stands on the row that is formatted.
   data::Recordset& Recordset() { return recordset_; }
 
