@@ -3,7 +3,7 @@
 #include <hb.h>
 
 #include <algorithm>
-#include <unordered_map>
+#include <array>
 
 #include "engine/fonts.h"
 #include "engine/utf8.h"
@@ -98,16 +98,27 @@ class Stretches {
   std::size_t blanks_ = 0;  // at the end of a stretch in a fallback face, as long as what follows is not known
 };
 
-GlyphRun plain_run(Stretch&& stretch) {
-  GlyphRun run{stretch.face, std::move(stretch.text), {}, 0};
+// Glyphs for the run's text, each as it stands without shaping.
+void set_plain_glyphs(GlyphRun& run, const FontFace& face) {
   run.glyphs.reserve(run.text.size());
   for (std::size_t at = 0; at < run.text.size();) {
     const auto cluster = static_cast<std::uint32_t>(at);
-    const FontFace::Metric& metric = stretch.face->metric(next_char(run.text, at));
+    const FontFace::Metric& metric = face.metric(next_char(run.text, at));
     run.glyphs.push_back({metric.glyph, metric.advance, 0, 0, cluster});
     run.width += metric.advance;
   }
+}
+
+GlyphRun plain_run(Stretch&& stretch) {
+  GlyphRun run{stretch.face, std::move(stretch.text), {}, 0};
+  set_plain_glyphs(run, *stretch.face);
   return run;
+}
+
+// Whether a line is one stretch of plain ASCII, as nearly every line is.
+bool is_simple(std::string_view line, const FontFace& face) {
+  return std::all_of(line.begin(), line.end(),
+                     [&](char c) { return c >= 0x20 && c < 0x7F && face.has(static_cast<char32_t>(c)); });
 }
 
 GlyphRun shaped_run(Stretch&& stretch) {
@@ -137,6 +148,18 @@ GlyphRun shaped_run(Stretch&& stretch) {
     run.width += em(positions[i].x_advance);
   }
   return run;
+}
+
+std::vector<GlyphRun> runs_of(std::string_view line, const FontFace& face) {
+  std::vector<GlyphRun> runs;
+  if (line.empty()) return runs;
+  if (is_simple(line, face)) {
+    set_plain_glyphs(runs.emplace_back(GlyphRun{&face, std::string(line), {}, 0}), face);
+    return runs;
+  }
+  for (Stretch& stretch : Stretches(line, face).take())
+    runs.push_back(stretch.plain ? plain_run(std::move(stretch)) : shaped_run(std::move(stretch)));
+  return runs;
 }
 
 // A glyph of a line that is to be cut into lines.
@@ -214,9 +237,7 @@ Cut cut_line(const std::vector<Spot>& spots, std::size_t from, float limit) {
 }
 
 void add_lines(std::string_view text, const FontFace& face, float limit, ShapedText& shaped) {
-  std::vector<GlyphRun> runs;
-  for (Stretch& stretch : Stretches(text, face).take())
-    runs.push_back(stretch.plain ? plain_run(std::move(stretch)) : shaped_run(std::move(stretch)));
+  std::vector<GlyphRun> runs = runs_of(text, face);
   const bool ends_blank = !runs.empty() && runs.back().text.back() == ' ';
   if (limit <= 0 && !ends_blank) {
     TextLine line{std::move(runs), 0};
@@ -266,51 +287,37 @@ ShapedPtr shape_anew(std::string_view text, const FontFace& face, float limit) {
   return shaped;
 }
 
-struct TextKey {
-  std::string_view text;
-  const FontFace* face = nullptr;
-  float limit = 0;  // em units, 0 when nothing had to be wrapped
-  friend bool operator==(const TextKey&, const TextKey&) = default;
-};
-
-struct TextKeyHash {
-  std::size_t operator()(const TextKey& key) const {
-    return std::hash<std::string_view>()(key.text) * 31 + std::hash<const void*>()(key.face) +
-           std::hash<float>()(key.limit);
-  }
-};
-
-// Keeps what was used of late: when the younger half is full, it becomes the older and the older is dropped.
+// Keeps what was used of late. A text has its place in one small set, which the latest four share.
 class ShapeCache {
  public:
-  ShapedPtr get(const TextKey& key) {
-    if (const auto found = young_.find(key); found != young_.end()) return found->second.shaped;
-    if (const auto found = old_.find(key); found != old_.end()) return keep(key, found->second.shaped);
-    return keep(key, shape_anew(key.text, *key.face, key.limit));
+  ShapedPtr get(std::string_view text, const FontFace& face, float limit) {
+    if (text.size() > kLongest) return shape_anew(text, face, limit);
+    const std::size_t hash = std::hash<std::string_view>()(text) ^ (std::hash<const void*>()(&face) * 31) ^
+                             (std::hash<float>()(limit) * 127);
+    Set& set = sets_[hash % kSets];
+    auto found = std::find_if(set.begin(), set.end(), [&](const Entry& entry) {
+      return entry.shaped && entry.hash == hash && entry.face == &face && entry.limit == limit && entry.text == text;
+    });
+    if (found == set.end()) {
+      ShapedPtr shaped = shape_anew(text, face, limit);
+      *--found = Entry{hash, &face, limit, std::string(text), std::move(shaped)};
+    }
+    std::rotate(set.begin(), found, found + 1);
+    return set.front().shaped;
   }
 
  private:
-  static constexpr std::size_t kHalf = std::size_t{1} << 19;  // bytes of text, with a share for every entry
+  static constexpr std::size_t kSets = 1024;
+  static constexpr std::size_t kLongest = 512;  // bytes; longer texts hardly come twice
   struct Entry {
-    std::unique_ptr<char[]> text;  // what the key's text points to
+    std::size_t hash = 0;
+    const FontFace* face = nullptr;
+    float limit = 0;  // em units, 0 when nothing had to be wrapped
+    std::string text;
     ShapedPtr shaped;
   };
-
-  ShapedPtr keep(const TextKey& key, ShapedPtr shaped) {
-    if (size_ > kHalf) {
-      old_ = std::move(young_);
-      young_.clear();
-      size_ = 0;
-    }
-    size_ += key.text.size() + 64;
-    Entry entry{std::make_unique<char[]>(key.text.size() + 1), std::move(shaped)};
-    std::copy(key.text.begin(), key.text.end(), entry.text.get());
-    const TextKey own{{entry.text.get(), key.text.size()}, key.face, key.limit};
-    return young_.emplace(own, std::move(entry)).first->second.shaped;
-  }
-
-  std::unordered_map<TextKey, Entry, TextKeyHash> young_, old_;
-  std::size_t size_ = 0;
+  using Set = std::array<Entry, 4>;  // the latest first
+  std::vector<Set> sets_ = std::vector<Set>(kSets);
 };
 
 // Between the rule around a box and its text, twips.
@@ -331,9 +338,9 @@ double text_height(const ShapedText& shaped, int half_points) {
 ShapedPtr shape(std::string_view text, const Style& style, int half_points, int width) {
   static ShapeCache cache;
   const FontFace& face = choose_face(style.font, style.bold, style.italic);
-  const ShapedPtr whole = cache.get({text, &face, 0});
+  const ShapedPtr whole = cache.get(text, face, 0);
   if (width <= 0 || twips_of(whole->widest, half_points) <= width) return whole;
-  return cache.get({text, &face, static_cast<float>(width / twips_of(1, half_points))});
+  return cache.get(text, face, static_cast<float>(width / twips_of(1, half_points)));
 }
 
 }  // namespace dorvo::engine
