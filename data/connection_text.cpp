@@ -147,16 +147,16 @@ std::string ConnectionText::password() const {
   return value({"Password", "PWD"});
 }
 
-std::string ConnectionText::value(std::initializer_list<std::string_view> keys) const {
+std::string ConnectionText::value(const Keys& keys) const {
   const Pair* pair = find(keys);
   return pair ? pair->second : std::string();
 }
 
-bool ConnectionText::has(std::initializer_list<std::string_view> keys) const {
+bool ConnectionText::has(const Keys& keys) const {
   return find(keys) != nullptr;
 }
 
-const ConnectionText::Pair* ConnectionText::find(std::initializer_list<std::string_view> keys) const {
+const ConnectionText::Pair* ConnectionText::find(const Keys& keys) const {
   for (const Pair& pair : pairs_)
     if (std::any_of(keys.begin(), keys.end(), [&](auto key) { return value::same_name(key, pair.first); }))
       return &pair;

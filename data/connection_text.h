@@ -5,6 +5,7 @@
 // file. Values may stand in "..." or '...' (the quote doubled inside) or in {...} (the closing brace doubled inside).
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -14,6 +15,9 @@ namespace dorvo::data {
 
 class ConnectionText {
  public:
+  // Names that one property goes by; unused places are empty.
+  using Keys = std::array<std::string_view, 6>;
+
   enum class Kind {
     SqliteFile,  // file()
     Odbc,        // goes to ODBC as it stands
@@ -31,13 +35,15 @@ class ConnectionText {
   std::string password() const;                      // to be kept out of messages; empty when there is none
 
   // The value of the first of these keys that the text has, in any case; empty when it has none.
-  std::string value(std::initializer_list<std::string_view> keys) const;
+  std::string value(const Keys& keys) const;
+  // All of them in their order.
+  const std::vector<std::pair<std::string, std::string>>& pairs() const { return pairs_; }
   // Whether it has one of them.
-  bool has(std::initializer_list<std::string_view> keys) const;
+  bool has(const Keys& keys) const;
 
  private:
   using Pair = std::pair<std::string, std::string>;
-  const Pair* find(std::initializer_list<std::string_view> keys) const;
+  const Pair* find(const Keys& keys) const;
   void choose_kind(std::string_view text);
 
   Kind kind_ = Kind::SqliteFile;
