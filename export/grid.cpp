@@ -13,11 +13,22 @@ std::size_t track_of(const std::vector<int>& starts, int position) {
   return after == starts.begin() ? 0 : static_cast<std::size_t>(after - starts.begin()) - 1;
 }
 
-// The last track that a box reaches into by more than the border space.
-std::size_t last_track(const std::vector<int>& starts, std::size_t first, int end, int border_space) {
+// The last track that a box reaches into by more than the border space, and at least to its middle.
+std::size_t last_track(const std::vector<int>& starts, int last_end, std::size_t first, int end, int border_space) {
   std::size_t last = first;
-  while (last + 1 < starts.size() && starts[last + 1] + border_space < end) ++last;
+  while (last + 1 < starts.size()) {
+    const int start = starts[last + 1];
+    const int size = (last + 2 < starts.size() ? starts[last + 2] : last_end) - start;
+    if (end - start <= std::max(border_space, (size - 1) / 2)) break;
+    ++last;
+  }
   return last;
+}
+
+// With double boundaries the last edges are where everything ends: no track starts there.
+std::vector<int> starts_before(std::vector<int> starts, int end) {
+  while (starts.size() > 1 && starts.back() >= end) starts.pop_back();
+  return starts;
 }
 
 // Which boundary, of tracks and of the end of the last, is nearest to a position.
@@ -80,7 +91,7 @@ class GridMaker {
     for (std::size_t i = 0; i < boxes_.size(); ++i) {
       places_[i].first_column = track_of(columns_.starts, boxes_[i].left);
       places_[i].last_column =
-          last_track(columns_.starts, places_[i].first_column, boxes_[i].right, options_.border_space);
+          last_track(columns_.starts, columns_.right, places_[i].first_column, boxes_[i].right, options_.border_space);
     }
   }
 
@@ -97,13 +108,14 @@ class GridMaker {
       for (std::size_t j = i + 1; j < order.size() && boxes_[order[j]].top - box.top < options_.min_row_height; ++j)
         if (share_columns(places_[order[i]], places_[order[j]])) edges.keep_apart(box.top, boxes_[order[j]].top);
     }
-    grid_.row_starts = edges.starts();
+    for (const GridBox& box : boxes_) grid_.bottom = std::max(grid_.bottom, box.bottom);
+    grid_.row_starts = starts_before(edges.starts(), grid_.bottom);
     grid_.content = grid_.row_starts;
     for (std::size_t i = 0; i < boxes_.size(); ++i) {
       Place& place = places_[i];
       place.first_row = track_of(grid_.row_starts, boxes_[i].top);
-      place.last_row = last_track(grid_.row_starts, place.first_row, boxes_[i].bottom, options_.border_space);
-      grid_.bottom = std::max(grid_.bottom, boxes_[i].bottom);
+      place.last_row =
+          last_track(grid_.row_starts, grid_.bottom, place.first_row, boxes_[i].bottom, options_.border_space);
       int& content = grid_.content[place.first_row];
       content = std::max(content, boxes_[i].bottom);
     }
@@ -247,7 +259,7 @@ void GridColumnFinder::add(const std::vector<GridBox>& boxes) {
 }
 
 GridColumns GridColumnFinder::columns() const {
-  return {edges_.starts(), right_};
+  return {starts_before(edges_.starts(), right_), right_};
 }
 
 std::uint8_t Grid::border(const GridCell& cell) const {

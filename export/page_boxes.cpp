@@ -47,15 +47,21 @@ PageBoxes boxes_of(const engine::Page& page) {
   return found;
 }
 
-void OverlapNotes::add(const engine::Page& page, const PageBoxes& boxes, const Grid& grid,
+void OverlapNotes::add(int page_number, const std::vector<std::string>& names, const Grid& grid,
                        std::vector<std::string>& messages) {
   for (const auto& [one, other] : grid.overlaps) {
-    const engine::ControlLayout* first = boxes.items[one]->control;
-    const engine::ControlLayout* second = boxes.items[other]->control;
-    if (!told_.insert({first, second}).second) continue;
-    messages.push_back("Page " + std::to_string(page.number) + ": " + first->name + " and " + second->name +
+    if (!told_.insert({names[one], names[other]}).second) continue;
+    messages.push_back("Page " + std::to_string(page_number) + ": " + names[one] + " and " + names[other] +
                        " stand over each other; both texts are kept");
   }
+}
+
+void OverlapNotes::add(const engine::Page& page, const PageBoxes& boxes, const Grid& grid,
+                       std::vector<std::string>& messages) {
+  if (grid.overlaps.empty()) return;
+  std::vector<std::string> names;
+  for (const PageItem* item : boxes.items) names.push_back(item->name());
+  add(page.number, names, grid, messages);
 }
 
 std::vector<std::string> lines_of(const PageItem& item) {

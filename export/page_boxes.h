@@ -3,6 +3,7 @@
 
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "engine/pages.h"
@@ -18,13 +19,16 @@ struct PageBoxes {
 
 PageBoxes boxes_of(const engine::Page& page);
 
-// Messages on controls that stand over each other, each pair of controls once.
+// Messages on controls that stand over each other, each pair of names once.
 class OverlapNotes {
  public:
+  // `names` are those of the boxes, in step.
+  void add(int page_number, const std::vector<std::string>& names, const Grid& grid,
+           std::vector<std::string>& messages);
   void add(const engine::Page& page, const PageBoxes& boxes, const Grid& grid, std::vector<std::string>& messages);
 
  private:
-  std::set<std::pair<const engine::ControlLayout*, const engine::ControlLayout*>> told_;
+  std::set<std::pair<std::string, std::string>> told_;
 };
 
 // Lines of the text of an item as they stand on paper: as it was shaped, else at its line ends.

@@ -3,6 +3,7 @@
 
 #include "export/rtf_filter.h"
 #include "export/text_filter.h"
+#include "export/xls_filter.h"
 #include "tests/export/sample_report.h"
 
 using namespace dorvo;
@@ -16,5 +17,16 @@ int main(int, char** argv) {
   export_::TextFilter text;
   text.FileName = folder + "sample.txt";
   text.Export(hand.pages());
+  for (int version : {2, 3, 4, 5, 7, 8}) {
+    export_::XlsFilter xls;
+    xls.FileName = folder + "sample" + std::to_string(version) + ".xls";
+    xls.FileFormat = version;
+    xls.Export(hand.pages());
+    for (const std::string& message : xls.Messages()) std::cout << message << '\n';
+  }
+  export_::XlsFilter sheets;
+  sheets.FileName = folder + "sheets.xls";
+  sheets.MultiSheet = true;
+  sheets.Export(hand.pages());
   for (const std::string& message : text.Messages()) std::cout << message << '\n';
 }
