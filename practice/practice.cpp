@@ -124,7 +124,7 @@ void invent_lines(Return& document, const Trade& trade, Random& random) {
     const double rate = i == 0 ? kRates[trade.main_rate] : random.pick(kRates);
     const double net = hundreds(turnover / (lines + i) * random.between(60, 140) / 100);
     document.lines.push_back(sales_line("SALESTAXABLE", rate, net));
-    document.lines.push_back(purchase_line("PURCHASERD", rate, hundreds(net * random.between(55, 98) / 100)));
+    document.lines.push_back(purchase_line("PURCHASERD", rate, hundreds(net * random.between(55, 108) / 100)));
     if (random.chance(15)) {
       document.lines.push_back(returned(sales_line("SALESTAXABLE", rate, hundreds(net / random.between(8, 30)))));
     }
