@@ -13,7 +13,7 @@ namespace dorvo::engine {
 struct Segment {
   int from = 0;
   int to = 0;
-  bool holds_controls = false;  // visible or not: the page on which it stands counts as begun
+  bool begins_page = false;  // the page on which it stands counts as begun; not so for empty room behind a break
 };
 
 // A stretch that is not cut across two pages when it can be helped: a row of a sub-report.
@@ -46,7 +46,7 @@ struct Band {
 class BandTarget {
  public:
   virtual ~BandTarget() = default;
-  // Before the first band. The report stands on its first row, when it has one.
+  // Before the first band. The report stands on its first row, when it has one. Pages place the report header here.
   virtual void begin() = 0;
   // `room_below`: the band is not to stand alone at the end of a page, so much must fit below it.
   virtual void place(Band& band, int room_below) = 0;

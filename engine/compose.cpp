@@ -104,9 +104,9 @@ class Composer {
       from = to;
     }
     add_segment(from, band_.height);
-    if (band_.segments.size() == 1) band_.segments.front().holds_controls = plan_.holds_controls;
   }
 
+  // Hidden controls count: on preprinted stationery each page keeps its number.
   void add_segment(int from, int to) {
     const bool last = to == band_.height;
     const auto inside = [&](const ControlPlan& control) {
@@ -114,8 +114,8 @@ class Composer {
       const int top = growth_.moved(control.control->layout().top);
       return kind != ControlKind::PageBreak && kind != ControlKind::Data && top >= from && (top < to || last);
     };
-    const bool alone = plan_.breaks.empty();
-    band_.segments.push_back({from, to, !alone && std::any_of(plan_.controls.begin(), plan_.controls.end(), inside)});
+    const bool room = from == 0 && to > 0;
+    band_.segments.push_back({from, to, room || std::any_of(plan_.controls.begin(), plan_.controls.end(), inside)});
   }
 
   void add(ControlPlan& control) {

@@ -190,7 +190,7 @@ void PageFlow::place(Band& band, int room_below) {
 
 void PageFlow::place_segment(Band& band, const Segment& segment, int room_below) {
   const int height = segment.to - segment.from;
-  if (next_page_due_ && (height > 0 || segment.holds_controls)) next_page();
+  if (next_page_due_ && (height > 0 || segment.begins_page)) next_page();
   const bool company = room_below > 0 && fits_on_a_fresh_page(height + room_below);
   if (!fits(height + (company ? room_below : 0)) && band.section->keep_together) {
     if (begun_) {
@@ -200,7 +200,7 @@ void PageFlow::place_segment(Band& band, const Segment& segment, int room_below)
     }
   }
   split(band, segment.from, segment.to);
-  begun_ = begun_ || segment.holds_controls;
+  begun_ = begun_ || segment.begins_page;
 }
 
 // Only empty room stands on the page: it gives way.

@@ -22,9 +22,7 @@ std::unique_ptr<SectionPlan> plan_of(Section& section) {
     each.label = dynamic_cast<Label*>(control.get());
     each.sub_report = dynamic_cast<SubReport*>(control.get());
     if (is_grower(each)) plan->growers.push_back(plan->controls.size() - 1);
-    const ControlKind kind = control->layout().kind;
-    if (kind == ControlKind::PageBreak) plan->breaks.push_back(control.get());
-    plan->holds_controls |= kind != ControlKind::PageBreak && kind != ControlKind::Data;
+    if (control->layout().kind == ControlKind::PageBreak) plan->breaks.push_back(control.get());
   }
   const auto top = [&](std::size_t index) { return plan->controls[index].control->layout().top; };
   std::stable_sort(plan->growers.begin(), plan->growers.end(), [&](auto a, auto b) { return top(a) < top(b); });

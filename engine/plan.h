@@ -34,7 +34,6 @@ struct SectionPlan {
   std::vector<ControlPlan> controls;
   std::vector<std::size_t> growers;    // boxes that grow and sub-reports, from the top
   std::vector<const Control*> breaks;  // page breaks, from the top
-  bool holds_controls = false;         // other than breaks and data controls
   const Handler* format = nullptr;     // of the running report
   const Handler* before_print = nullptr;
 };

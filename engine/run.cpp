@@ -142,6 +142,7 @@ void Run::all_rows(BandTarget& target) {
   if (has_row()) row_ = 1;
   stand_on_row();
   target.begin();
+  if (parent_ && has_row()) place(plan().report_header, target);
   if (!has_row()) {
     open_groups_from(0, target);
     close_groups_to(0, target);

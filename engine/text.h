@@ -19,8 +19,8 @@ namespace dorvo::engine {
 // One face of one font file. Metrics are in em units (1.0 is the font size).
 struct Face {
   std::string file;
-  int index = 0;       // of the face in a collection
-  std::string family;  // as the layout asked for it ("Arial"), or the fallback's own
+  int index = 0;           // of the face in a collection
+  std::string family;      // as the layout asked for it ("Arial"), or the fallback's own
   std::string own_family;  // what serves it ("Liberation Sans")
   std::string postscript_name;
   bool bold = false;
