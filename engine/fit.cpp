@@ -6,8 +6,8 @@
 namespace dorvo::engine {
 namespace {
 
-constexpr int kSmallest = 12;      // half points
-constexpr double kRounding = 1.0;  // twips that nobody sees
+constexpr int kSmallest = 12;  // half points
+constexpr int kRounding = 1;   // twips that nobody sees
 
 float widest_word(std::string_view text, const Style& style) {
   constexpr std::string_view kBetween = " \t\r\n";
@@ -38,7 +38,7 @@ FittedText fit_text(std::string_view text, const ControlLayout& control) {
   const Style& style = *control.style;
   const int width = std::max(1, control.width - 2 * text_inset(control));
   const Room room{static_cast<double>(width), static_cast<double>(control.height)};
-  const int wrap_at = control.wrap ? width : 0;
+  const int wrap_at = control.wrap ? width + kRounding : 0;
 
   fitted.shaped = shape(text, style, fitted.half_points, wrap_at);
   if (control.grow) {

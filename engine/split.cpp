@@ -22,7 +22,7 @@ double line_step(const PageItem& item) {
 // The end of the last whole line above `cut`.
 int above_line(const PageItem& item, int cut) {
   const double lines = std::floor((cut - item.top) / line_step(item));
-  return item.top + static_cast<int>(std::floor(lines * line_step(item)));
+  return item.top + static_cast<int>(std::ceil(lines * line_step(item)));
 }
 
 std::string text_of(const TextLine& line) {
