@@ -64,18 +64,14 @@ void Launcher::put(const Member& member, std::shared_ptr<data::Connection> conne
 
 void Launcher::SHowForm() {
   if (row_.report.empty()) return;
-  Report& opened = report_slot(report());
+  Report& opened = report_slot(row_.opens());
   const Member* key = row_.find("PropCMasterID");
   if (key && key->effect == Effect::LateKey) opened.PropCMasterID(late_key_);
   opened.Show();
 }
 
-std::string_view Launcher::report() const {
-  return basMain().onethirty && !row_.twin.empty() ? row_.twin : row_.report;
-}
-
 void Launcher::forward(const Member& member, const value::Variant& value) {
-  const ReportClass* target = find_report_class(report());
+  const ReportClass* target = find_report_class(row_.opens());
   if (!target || !target->is_built()) return;
   Report& to = report_slot(target->name);
   if (member.effect == Effect::Key) {

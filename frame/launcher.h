@@ -30,7 +30,6 @@ class Launcher {
   void SHowForm();
 
  private:
-  std::string_view report() const;
   void forward(const Member& member, const value::Variant& value);
 
   LauncherClass row_;

@@ -51,6 +51,9 @@ struct LauncherClass {
   std::string_view twin;    // the report that `onethirty` selects, empty when none
   std::vector<std::span<const Member>> members;
 
+  // The report that `onethirty` selects now.
+  std::string_view opens() const { return basMain().onethirty && !twin.empty() ? twin : report; }
+
   // Without regard to case; nullptr when the class has it not.
   const Member* find(std::string_view member) const;
   const Member* find(int id) const;

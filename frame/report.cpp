@@ -80,6 +80,7 @@ void Report::heading(const std::string& caption) {
 
 void Report::ActiveReport_ReportStart() {
   if (!kind_->sub_report) {
+    if (basMain().myConn) basMain().myConn->renew();
     set_printer();
     set_page();
     set_toolbar();

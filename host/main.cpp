@@ -1,0 +1,154 @@
+// dorvoform: a host application on the command line. It reaches the library as any other host does.
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+
+#include "automation/host_entry.h"
+#include "host/client.h"
+#include "host/commands.h"
+#include "practice/practice.h"
+
+namespace dorvo::host {
+namespace {
+
+// A connection text from where a process listing does not show it.
+std::string first_line_of(const std::string& file) {
+  std::ifstream in(file);
+  std::string line;
+  if (!std::getline(in, line)) throw RunError("Cannot read a connection text from \"" + file + "\"");
+  if (line.ends_with('\r')) line.pop_back();
+  return line;
+}
+
+std::string environment(const std::string& variable) {
+  const char* text = std::getenv(variable.c_str());
+  if (!text) throw UsageError("the environment has no variable " + variable);
+  return text;
+}
+
+struct PrintCommand {
+  PrintJob job;
+  std::string database_file;
+  std::string database_variable;
+  std::vector<std::string> settings;
+  std::vector<std::string> properties;
+  CLI::Option* settings_option = nullptr;
+  CLI::Option* properties_option = nullptr;
+  CLI::App* app = nullptr;
+
+  void describe(CLI::App& program);
+  int run();
+
+ private:
+  std::vector<Assignment> in_order_given() const;
+};
+
+void PrintCommand::describe(CLI::App& program) {
+  app = program.add_subcommand("print", "Prints a report to files");
+  auto* from = app->add_option_group("database", "Where the figures are, one of:")->require_option(1);
+  from->add_option("--db", job.database, "Connection text, or the path of a database file")->type_name("TEXT");
+  from->add_option("--db-file", database_file, "File whose first line is the connection text")->type_name("FILE");
+  from->add_option("--db-env", database_variable, "Environment variable that holds it")->type_name("NAME");
+  auto* what = app->add_option_group("report", "What to print, one of:")->require_option(1);
+  what->add_option("--class", job.class_name, "Launcher class, as clsForm1")->type_name("CLASS");
+  what->add_option("--report", job.report, "Report class, as Form1; for checks and layout authors")->type_name("NAME");
+  settings_option = app->add_option("--settings", settings, "Property of generalPrintClass, in the order given")
+                        ->type_name("NAME=VALUE")
+                        ->allow_extra_args(false);
+  properties_option = app->add_option("--set", properties, "Property of the launcher, in the order given")
+                          ->type_name("NAME=VALUE")
+                          ->allow_extra_args(false);
+  std::string kinds;
+  DorvoEachOutputKind([](void* all, const char* kind) { *static_cast<std::string*>(all) += " ." + std::string(kind); },
+                      &kinds);
+  app->add_option("--out", job.outputs, "File to write, its kind by its extension:" + kinds)
+      ->type_name("FILE")
+      ->required()
+      ->allow_extra_args(false);
+  app->add_option("--option", job.options, "Property of a format's filter, as PDF.Version=0")
+      ->type_name("FORMAT.NAME=VALUE")
+      ->allow_extra_args(false);
+  app->add_option("--layouts", job.layouts, "Folder whose layouts are used instead of the built-in ones")
+      ->type_name("DIR")
+      ->check(CLI::ExistingDirectory);
+}
+
+std::vector<Assignment> PrintCommand::in_order_given() const {
+  std::vector<Assignment> all;
+  std::size_t setting = 0;
+  std::size_t property = 0;
+  for (const CLI::Option* option : app->parse_order()) {
+    if (option != settings_option && option != properties_option) continue;
+    const bool is_setting = option == settings_option;
+    const std::string& text = is_setting ? settings[setting++] : properties[property++];
+    const std::size_t equals = text.find('=');
+    if (equals == std::string::npos) throw UsageError("\"" + text + "\": expected NAME=VALUE");
+    all.push_back({is_setting, text.substr(0, equals), text.substr(equals + 1)});
+  }
+  return all;
+}
+
+int PrintCommand::run() {
+  job.assignments = in_order_given();
+  if (!database_file.empty()) job.database = first_line_of(database_file);
+  if (!database_variable.empty()) job.database = environment(database_variable);
+  return print(job);
+}
+
+void describe_demo(CLI::App& program, DemoPractice& demo) {
+  const practice::Options usual;
+  demo = {.file = {}, .dealers = usual.dealers, .years = usual.years, .seed = usual.seed};
+  CLI::App* app = program.add_subcommand("demo-db", "Writes a sample practice: invented dealers and their returns");
+  app->add_option("FILE", demo.file, "Database file to write")->required();
+  app->add_option("--dealers", demo.dealers, "Invented dealers beside the described ones")->capture_default_str();
+  app->add_option("--years", demo.years, "Accounting years")->capture_default_str();
+  app->add_option("--seed", demo.seed, "The same seed gives the same file")->capture_default_str();
+}
+
+int run(int argc, char** argv) {
+  CLI::App program("Prints the statutory forms and reports of a practice without a window", "dorvoform");
+  program.set_version_flag("--version", std::string("dorvoform ") + DorvoVersion());
+  program.require_subcommand(1);
+  PrintCommand print_command;
+  DemoPractice demo;
+  print_command.describe(program);
+  program.add_subcommand("classes", "Lists the launcher classes with their members");
+  program.add_subcommand("reports", "Lists the report classes and whether they are built");
+  describe_demo(program, demo);
+  try {
+    program.parse(argc, argv);
+  } catch (const CLI::Success& asked) {
+    return program.exit(asked);
+  } catch (const CLI::ParseError& error) {
+    throw UsageError(error.what());
+  }
+  if (program.got_subcommand("print")) return print_command.run();
+  if (program.got_subcommand("classes")) return list_classes();
+  return program.got_subcommand("reports") ? list_reports() : write_demo_database(demo);
+}
+
+}  // namespace
+
+void tell(const std::string& text) {
+  std::string line = text;
+  for (char& c : line) {
+    if (c == '\r' || c == '\n') c = ' ';
+  }
+  std::fprintf(stderr, "dorvoform: %s\n", line.c_str());
+}
+
+}  // namespace dorvo::host
+
+int main(int argc, char** argv) {
+  using namespace dorvo::host;
+  try {
+    return run(argc, argv);
+  } catch (const UsageError& error) {
+    tell(error.what());
+    return kUsage;
+  } catch (const std::exception& error) {
+    tell(error.what());
+    return kFailed;
+  }
+}
