@@ -52,6 +52,8 @@ FixedLayers& fixed_layers() {
   return layers;
 }
 
+constexpr std::size_t kMostLayers = 256;  // of one document
+
 void put_points(std::string& out, int twips) {
   put_number(out, twips / 20.0, 2);
 }
@@ -81,6 +83,8 @@ int PdfWriter::fixed_object(const engine::Page& page) {
     return drawn;
   });
   if (layer->bytes.empty()) return 0;
+  // A list whose every page is ruled anew is not to be remembered whole.
+  if (fixed_objects_.size() > kMostLayers) fixed_objects_.clear();
   int& object = fixed_objects_[layer->bytes];
   if (object == 0) {
     object = objects_.write_stream(layer->bytes);

@@ -1,0 +1,172 @@
+// Warm runs of a form from query to PDF in memory, with the stages apart, beside two yardsticks: the same finished
+// pages given straight to our PDF writer, and drawn straight on a Cairo PDF surface.
+#include <benchmark/benchmark.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "bench/cairo_yardstick.h"
+#include "composition/intimation.h"
+#include "data/connection.h"
+#include "export/pdf_writer.h"
+#include "frame/settings.h"
+#include "layouts/layouts.h"
+#include "practice/practice.h"
+#include "returns/form_201.h"
+
+namespace dorvo::bench {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double micros_since(Clock::time_point start) {
+  return std::chrono::duration<double, std::micro>(Clock::now() - start).count();
+}
+
+// A report that tells how long its handlers took.
+template <class Base>
+class Timed : public Base {
+ public:
+  using Base::Base;
+  double handlers = 0;  // microseconds since it was last set to 0
+
+ protected:
+  void Detail_Format() override {
+    const auto start = Clock::now();
+    Base::Detail_Format();
+    handlers += micros_since(start);
+  }
+};
+
+struct TimedForm1 : Timed<composition::Intimation> {
+  TimedForm1() : Timed<composition::Intimation>("Form1") {}
+};
+struct TimedForm201 : Timed<returns::VatReturn> {
+  TimedForm201() : Timed<returns::VatReturn>("Form201") {}
+};
+
+// The practice that `dorvoform demo-db` makes, opened for the reports.
+void open_practice() {
+  static const bool kOpen = [] {
+    const std::string file = (std::filesystem::temp_directory_path() / "dorvo-bench.db").string();
+    practice::write_practice(file, {});
+    layouts::embed();
+    frame::basMain().ConnectionString = "Provider=SQLite;Data Source=" + file;
+    frame::basMain().myConn = data::Connection::open(frame::basMain().ConnectionString);
+    return true;
+  }();
+  static_cast<void>(kOpen);
+}
+
+std::string pdf_of(const std::vector<engine::PagePtr>& pages) {
+  std::string out;
+  export_::PdfWriter writer([&](std::string_view bytes) { out += bytes; });
+  for (const engine::PagePtr& page : pages) writer.page(*page);
+  writer.end();
+  return out;
+}
+
+template <class Form>
+Form& form() {
+  open_practice();
+  static Form report;
+  report.PropCMasterID(1);
+  return report;
+}
+
+template <class Form>
+std::vector<engine::PagePtr> finished_pages() {
+  Form& report = form<Form>();
+  std::vector<engine::PagePtr> pages;
+  report.sink([&](const engine::PagePtr& page) { pages.push_back(page); });
+  report.run();
+  report.sink({});
+  return pages;
+}
+
+// Everything: the run with its pages going to the writer as they are completed.
+template <class Form>
+void whole(benchmark::State& state) {
+  Form& report = form<Form>();
+  std::size_t bytes = 0, pages = 0;
+  report.handlers = 0;
+  double writing = 0;
+  for (auto _ : state) {
+    bytes = pages = 0;
+    export_::PdfWriter writer([&](std::string_view part) { bytes += part.size(); });
+    report.sink([&](const engine::PagePtr& page) {
+      const auto start = Clock::now();
+      writer.page(*page);
+      writing += micros_since(start);
+      ++pages;
+    });
+    report.run();
+    const auto start = Clock::now();
+    writer.end();
+    writing += micros_since(start);
+  }
+  report.sink({});
+  const auto runs = benchmark::Counter::kAvgIterations;
+  state.counters["handlers_us"] = benchmark::Counter(report.handlers, runs);
+  state.counters["pdf_us"] = benchmark::Counter(writing, runs);
+  state.counters["bytes"] = static_cast<double>(bytes);
+  state.counters["pages"] = static_cast<double>(pages);
+}
+
+// The main query alone, its rows read.
+template <class Form>
+void query(benchmark::State& state) {
+  Form& report = form<Form>();
+  report.run();
+  for (auto _ : state) {
+    report.recMaster().Open();
+    benchmark::DoNotOptimize(report.recMaster().Recordset().RecordCount());
+    report.recMaster().Close();
+  }
+}
+
+// The run without the PDF: query, handlers, shaping and layout.
+template <class Form>
+void pages_only(benchmark::State& state) {
+  Form& report = form<Form>();
+  report.handlers = 0;
+  report.sink([](const engine::PagePtr& page) { benchmark::DoNotOptimize(page.get()); });
+  for (auto _ : state) report.run();
+  report.sink({});
+  state.counters["handlers_us"] = benchmark::Counter(report.handlers, benchmark::Counter::kAvgIterations);
+}
+
+template <class Form>
+void yardstick_writer(benchmark::State& state) {
+  const auto pages = finished_pages<Form>();
+  std::size_t bytes = 0;
+  for (auto _ : state) bytes = pdf_of(pages).size();
+  state.counters["bytes"] = static_cast<double>(bytes);
+}
+
+template <class Form>
+void yardstick_cairo(benchmark::State& state) {
+  const auto pages = finished_pages<Form>();
+  std::size_t bytes = 0;
+  for (auto _ : state) bytes = cairo_pdf(pages).size();
+  state.counters["bytes"] = static_cast<double>(bytes);
+}
+
+#define DORVO_BENCH_FORM(Form)                                                                      \
+  BENCHMARK_TEMPLATE(whole, Timed##Form)->Name(#Form "/whole")->Unit(benchmark::kMicrosecond);      \
+  BENCHMARK_TEMPLATE(query, Timed##Form)->Name(#Form "/query")->Unit(benchmark::kMicrosecond);      \
+  BENCHMARK_TEMPLATE(pages_only, Timed##Form)->Name(#Form "/pages")->Unit(benchmark::kMicrosecond); \
+  BENCHMARK_TEMPLATE(yardstick_writer, Timed##Form)                                                 \
+      ->Name(#Form "/yardstick our writer")                                                         \
+      ->Unit(benchmark::kMicrosecond);                                                              \
+  BENCHMARK_TEMPLATE(yardstick_cairo, Timed##Form)->Name(#Form "/yardstick Cairo")->Unit(benchmark::kMicrosecond)
+
+DORVO_BENCH_FORM(Form1);
+DORVO_BENCH_FORM(Form201);
+
+}  // namespace
+}  // namespace dorvo::bench

@@ -1,0 +1,115 @@
+// bench_formats: time, bytes and memory of every filter, for a form of three pages and for a register of 2,000 pages.
+// Each filter runs in a process of its own, so that the memory is its own.
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "export/page_dump.h"
+#include "export/pdf_filter.h"
+#include "export/png_filter.h"
+#include "export/rtf_filter.h"
+#include "export/text_filter.h"
+#include "export/tiff_filter.h"
+#include "tests/export/sample_pages.h"
+
+namespace dorvo::bench {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using FilterPtr = std::unique_ptr<export_::Filter>;
+
+template <class Kind>
+FilterPtr made(const std::string& file) {
+  auto filter = std::make_unique<Kind>();
+  filter->FileName = file;
+  return filter;
+}
+
+struct Format {
+  const char* name;
+  FilterPtr (*make)(const std::string& file);
+  int register_pages;  // fewer where a file a page is written
+};
+constexpr Format kFormats[] = {
+    {"pdf", made<export_::PdfFilter>, 2000}, {"tif", made<export_::TiffFilter>, 2000},
+    {"rtf", made<export_::RtfFilter>, 2000}, {"txt", made<export_::TextFilter>, 2000},
+    {"json", made<export_::PageDump>, 2000}, {"png", made<export_::PngFilter>, 20},
+};
+
+double peak_megabytes() {
+  rusage usage = {};
+  getrusage(RUSAGE_SELF, &usage);
+  return static_cast<double>(usage.ru_maxrss) / 1024;
+}
+
+std::size_t bytes_in(const std::filesystem::path& folder) {
+  std::size_t bytes = 0;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(folder))
+    if (entry.is_regular_file()) bytes += entry.file_size();
+  return bytes;
+}
+
+// Writes `pages` pages and prints a line of figures. The time is that of the filter alone.
+void measure(const Format& format, const char* sample, int pages,
+             const std::function<engine::PagePtr(int number)>& page) {
+  const auto folder = std::filesystem::temp_directory_path() / ("dorvo-formats-" + std::to_string(getpid()));
+  std::filesystem::create_directories(folder);
+  const FilterPtr filter = format.make((folder / (std::string("out.") + format.name)).string());
+  double milliseconds = 0;
+  const auto timed = [&](auto&& call) {
+    const auto start = Clock::now();
+    call();
+    milliseconds += std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+  };
+  timed([&] { filter->begin(); });
+  double early = 0;
+  for (int number = 1; number <= pages; ++number) {
+    const engine::PagePtr next = page(number);
+    timed([&] { filter->page(next); });
+    if (number == pages / 10) early = peak_megabytes();
+  }
+  timed([&] { filter->end(); });
+  std::printf("%-5s %-9s %5d pages  %8.3f ms a page  %8.2f KB a page  %7.1f MB at a tenth  %7.1f MB at the end\n",
+              format.name, sample, pages, milliseconds / pages, static_cast<double>(bytes_in(folder)) / 1024 / pages,
+              early, peak_megabytes());
+  std::fflush(stdout);
+  std::filesystem::remove_all(folder);
+}
+
+void in_own_process(const std::function<void()>& call) {
+  const pid_t child = fork();
+  if (child == 0) {
+    call();
+    std::_Exit(0);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  if (status != 0) std::printf("failed\n");
+}
+
+}  // namespace
+}  // namespace dorvo::bench
+
+int main() {
+  using namespace dorvo::bench;
+  using namespace dorvo::testing_pages;
+  for (const Format& format : kFormats) {
+    in_own_process([&] {
+      // The first form warms the caches up; the figures are of a form in a process that has printed one.
+      for (const char* sample : {"(cold)", "form"})
+        measure(format, sample, 3, [](int number) { return form_page(number); });
+    });
+    in_own_process([&] {
+      int row = 0;
+      measure(format, "register", format.register_pages, [&](int number) { return register_page(number, row); });
+    });
+  }
+}
