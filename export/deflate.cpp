@@ -24,4 +24,8 @@ std::string deflated(std::string_view bytes) {
   return packed;
 }
 
+std::uint32_t checksum(std::string_view bytes) {
+  return libdeflate_crc32(0, bytes.data(), bytes.size());
+}
+
 }  // namespace dorvo::export_

@@ -1,10 +1,12 @@
 #include "export/png_filter.h"
 
+#include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 
 #include "export/cairo_painter.h"
-#include "value/failure.h"
+#include "export/deflate.h"
 
 namespace dorvo::export_ {
 namespace {
@@ -16,22 +18,78 @@ std::string page_file(const std::string& file, std::size_t number) {
   return (path.parent_path() / name).string();
 }
 
-// Cairo calls this from C code, which no exception may cross: what went wrong waits here.
-struct PngSink {
-  OutputFile& file;
-  std::exception_ptr failure;
+void put_u32(std::string& out, std::uint32_t number) {
+  for (const int shift : {24, 16, 8, 0}) out += static_cast<char>(number >> shift & 0xFF);
+}
 
-  static cairo_status_t write(void* sink, const unsigned char* bytes, unsigned length) {
-    auto& self = *static_cast<PngSink*>(sink);
-    try {
-      self.file.write({reinterpret_cast<const char*>(bytes), length});
-      return CAIRO_STATUS_SUCCESS;
-    } catch (...) {
-      self.failure = std::current_exception();
-      return CAIRO_STATUS_WRITE_ERROR;
-    }
+void put_chunk(std::string& out, std::string_view kind, std::string_view content) {
+  put_u32(out, static_cast<std::uint32_t>(content.size()));
+  const std::size_t from = out.size();
+  out.append(kind).append(content);
+  put_u32(out, checksum(std::string_view(out).substr(from)));
+}
+
+// The dots of a surface of blue, green, red and an unused byte.
+class Dots {
+ public:
+  explicit Dots(const PageImage& image) : width_(image.width()), height_(image.height()) {
+    cairo_surface_flush(image.surface());
+    data_ = cairo_image_surface_get_data(image.surface());
+    stride_ = cairo_image_surface_get_stride(image.surface());
   }
+
+  bool is_gray() const {
+    for (int y = 0; y < height_; ++y) {
+      const unsigned char* dot = row(y);
+      for (int x = 0; x < width_; ++x, dot += 4)
+        if (dot[0] != dot[1] || dot[1] != dot[2]) return false;
+    }
+    return true;
+  }
+
+  // As PNG packs them: a byte that says "unfiltered" before each row.
+  std::string rows(bool gray) const {
+    std::string rows;
+    rows.reserve(static_cast<std::size_t>(height_) * (1 + static_cast<std::size_t>(width_) * (gray ? 1 : 3)));
+    for (int y = 0; y < height_; ++y) {
+      rows += '\0';
+      const unsigned char* dot = row(y);
+      for (int x = 0; x < width_; ++x, dot += 4) {
+        if (!gray) rows.append({static_cast<char>(dot[2]), static_cast<char>(dot[1])});
+        rows += static_cast<char>(dot[0]);
+      }
+    }
+    return rows;
+  }
+
+ private:
+  const unsigned char* row(int y) const { return data_ + static_cast<std::ptrdiff_t>(y) * stride_; }
+
+  int width_, height_, stride_ = 0;
+  const unsigned char* data_ = nullptr;
 };
+
+// Grey where the page has no colour, which is a third of the bytes.
+std::string png_of(const PageImage& image, int dots_per_inch) {
+  constexpr char kGray = 0, kColor = 2;
+  constexpr double kInchesPerMetre = 39.3701;
+  const Dots dots(image);
+  const bool gray = dots.is_gray();
+  std::string head, scale;
+  put_u32(head, static_cast<std::uint32_t>(image.width()));
+  put_u32(head, static_cast<std::uint32_t>(image.height()));
+  head.append({8, gray ? kGray : kColor, 0, 0, 0});
+  for (int axis = 0; axis < 2; ++axis)
+    put_u32(scale, static_cast<std::uint32_t>(std::lround(dots_per_inch * kInchesPerMetre)));
+  scale += '\1';  // dots a metre
+
+  std::string png = "\x89PNG\r\n\x1A\n";
+  put_chunk(png, "IHDR", head);
+  put_chunk(png, "pHYs", scale);
+  put_chunk(png, "IDAT", deflated(dots.rows(gray)));
+  put_chunk(png, "IEND", {});
+  return png;
+}
 
 }  // namespace
 
@@ -46,12 +104,7 @@ void PngFilter::page(const engine::PagePtr& page) {
   image.draw(*page, Tone::Color);
 
   files_.push_back(std::make_unique<OutputFile>(page_file(FileName, files_.size() + 1)));
-  PngSink sink{*files_.back(), nullptr};
-  const cairo_status_t status = cairo_surface_write_to_png_stream(image.surface(), PngSink::write, &sink);
-  if (sink.failure) std::rethrow_exception(sink.failure);
-  if (status != CAIRO_STATUS_SUCCESS)
-    throw value::Failure(value::Error::CannotWrite,
-                         "Cannot write \"" + FileName + "\": " + cairo_status_to_string(status));
+  files_.back()->write(png_of(image, Resolution));
   files_.back()->close();
 }
 

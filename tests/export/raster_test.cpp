@@ -222,6 +222,20 @@ TEST_F(Raster, OnePngAPage) {
   EXPECT_EQ(folder.count(), 3);
 }
 
+TEST_F(Raster, ColoursOfAPicture) {
+  PageBuilder page(1, 1440, 1440);
+  page.look.weight = 0;
+  page.look.filled = true;
+  page.look.fill = 0xC81E05;
+  page.shape(0, 0, 720, 1440);
+  pages.add(page.page());
+  cairo_surface_t* surface = cairo_image_surface_create_from_png(written<PngFilter>("colour.png").c_str());
+  const unsigned char* dots = cairo_image_surface_get_data(surface);
+  EXPECT_EQ(std::vector<int>(dots, dots + 3), (std::vector<int>{0x05, 0x1E, 0xC8}));  // blue, green, red
+  EXPECT_EQ(std::vector<int>(dots + 4 * 149, dots + 4 * 149 + 3), (std::vector<int>{255, 255, 255}));
+  cairo_surface_destroy(surface);
+}
+
 TEST_F(Raster, SamePagesGiveTheSameBytes) {
   pages.add(mixed_page());
   EXPECT_EQ(bytes_of(written<TiffFilter>("a.tif")), bytes_of(written<TiffFilter>("b.tif")));
