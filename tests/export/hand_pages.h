@@ -83,8 +83,8 @@ class HandPages {
     item.half_points = control.style->half_points;
     item.text = std::make_shared<const std::string>(text);
     if (!text.empty())
-      item.shaped = fonts_ == Fonts::ByHand ? hand_shape(text)
-                                            : engine::shape(text, *control.style, item.half_points, width);
+      item.shaped =
+          fonts_ == Fonts::ByHand ? hand_shape(text) : engine::shape(text, *control.style, item.half_points, width);
     return *this;
   }
   HandPages& line(int left, int top, int width, int height) {
