@@ -26,6 +26,8 @@ class Encoder {
     append(bytes, utf8);
     return bytes;
   }
+  // ASCII text stands for itself in this character set.
+  bool holds_ascii() const { return ascii_; }
   // Whether a character was written in place of another one so far.
   bool replaced() const { return replaced_; }
 
@@ -34,7 +36,7 @@ class Encoder {
 
   void* converter_ = nullptr;
   Missing missing_;
-  bool ascii_ = false;  // ASCII text stands for itself
+  bool ascii_ = false;
   bool replaced_ = false;
 };
 
