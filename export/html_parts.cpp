@@ -6,6 +6,7 @@
 
 #include "export/output_file.h"
 #include "value/failure.h"
+#include "value/text.h"
 
 namespace dorvo::export_ {
 namespace {
@@ -49,14 +50,17 @@ class Files : public HtmlParts {
 constexpr const char* kBoundary = "----=_DorvoForm_Report_Part";
 constexpr std::size_t kLineLength = 76;
 
-// Lines of at most 76 characters, bytes outside printable ASCII by their value.
+// Lines of at most 76 characters, bytes outside printable ASCII by their value. What is not text has no lines of its
+// own: there line ends are bytes like others.
 class QuotedPrintable {
  public:
+  explicit QuotedPrintable(bool text) : text_(text) {}
+
   std::string operator()(std::string_view bytes) {
     std::string out;
     for (char c : bytes) {
-      if (c == '\r') continue;
-      if (c == '\n') {
+      if (text_ && c == '\r') continue;
+      if (text_ && c == '\n') {
         out += "\r\n";
         column_ = 0;
         continue;
@@ -80,6 +84,7 @@ class QuotedPrintable {
   }
 
  private:
+  bool text_;
   std::size_t column_ = 0;
 };
 
@@ -94,7 +99,8 @@ class Archive : public HtmlParts {
   void open(const std::string& name, const std::string& type, Folder) override {
     file_.write(std::string(begun_ ? "\r\n" : "") + "--" + kBoundary + "\r\nContent-Type: " + type +
                 "\r\nContent-Transfer-Encoding: quoted-printable\r\nContent-Location: " + address(name) + "\r\n\r\n");
-    encode_ = {};
+    const bool wide = value::lower_name(type).find("utf-16") != std::string::npos;
+    encode_ = QuotedPrintable(type.starts_with("text/") && !wide);
     begun_ = true;
   }
   void write(std::string_view bytes) override { file_.write(encode_(bytes)); }
@@ -106,10 +112,10 @@ class Archive : public HtmlParts {
 
  private:
   // Readers want a whole address of each part; references between parts are relative to it.
-  static std::string address(const std::string& name) { return "file:///report/" + name; }
+  static std::string address(const std::string& name) { return "thismessage:/" + name; }
 
   OutputFile file_;
-  QuotedPrintable encode_;
+  QuotedPrintable encode_{true};
   bool begun_ = false;
 };
 

@@ -46,8 +46,11 @@ class HandPages {
   enum class Fonts { ByHand, Real };
   explicit HandPages(Fonts fonts = Fonts::ByHand) : fonts_(fonts) {
     layout_->name = "Hand";
-    layout_->sections.resize(1);
+    layout_->sections.resize(2);
     layout_->sections[0].name = "Detail";
+    layout_->sections[1].name = "grpDealer";
+    layout_->sections[1].kind = engine::SectionKind::GroupHeader;
+    layout_->sections[1].height = 300;
     layout_->sections[0].controls.reserve(4096);  // items point at them
     style();
   }
@@ -87,6 +90,8 @@ class HandPages {
           fonts_ == Fonts::ByHand ? hand_shape(text) : engine::shape(text, *control.style, item.half_points, width);
     return *this;
   }
+  // The item placed last stands in a group header.
+  void as_group_header() { current_->items.back().section = &layout_->sections[1]; }
   HandPages& line(int left, int top, int width, int height) {
     placed(made(engine::ControlKind::Line, "Line"), left, top, width, height);
     return *this;
