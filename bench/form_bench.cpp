@@ -3,19 +3,14 @@
 #include <benchmark/benchmark.h>
 
 #include <chrono>
-#include <cstdlib>
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "bench/cairo_yardstick.h"
+#include "bench/practice_db.h"
 #include "composition/intimation.h"
-#include "data/connection.h"
 #include "export/pdf_writer.h"
-#include "frame/settings.h"
-#include "layouts/layouts.h"
-#include "practice/practice.h"
 #include "returns/form_201.h"
 
 namespace dorvo::bench {
@@ -49,19 +44,6 @@ struct TimedForm201 : Timed<returns::VatReturn> {
   TimedForm201() : Timed<returns::VatReturn>("Form201") {}
 };
 
-// The practice that `dorvoform demo-db` makes, opened for the reports.
-void open_practice() {
-  static const bool kOpen = [] {
-    const std::string file = (std::filesystem::temp_directory_path() / "dorvo-bench.db").string();
-    practice::write_practice(file, {});
-    layouts::embed();
-    frame::basMain().ConnectionString = "Provider=SQLite;Data Source=" + file;
-    frame::basMain().myConn = data::Connection::open(frame::basMain().ConnectionString);
-    return true;
-  }();
-  static_cast<void>(kOpen);
-}
-
 std::string pdf_of(const std::vector<engine::PagePtr>& pages) {
   std::string out;
   export_::PdfWriter writer([&](std::string_view bytes) { out += bytes; });
@@ -72,7 +54,8 @@ std::string pdf_of(const std::vector<engine::PagePtr>& pages) {
 
 template <class Form>
 Form& form() {
-  open_practice();
+  static const bool kOpen = (open_practice({}), true);
+  static_cast<void>(kOpen);
   static Form report;
   report.PropCMasterID(1);
   return report;
