@@ -12,6 +12,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 constexpr std::chrono::minutes kIdle{5};
+constexpr std::size_t kMostKept = 64;  // translated texts
 
 std::unique_ptr<Session> open_session(std::string_view connection_text) {
   const ConnectionText text = ConnectionText::parse(connection_text);
@@ -60,8 +61,20 @@ std::shared_ptr<Connection> Connection::pooled(std::string_view connection_text)
 
 std::unique_ptr<Table> Connection::query(std::string_view select) {
   if (!session_) throw value::Failure(value::Error::ObjectClosed, "The connection to the database is closed");
+  const KeyedText keyed = split_key(select);
+  if (const auto known = translated_.find(keyed.text); known != translated_.end())
+    return session_->query(known->second + std::string(keyed.key));
   check_one_select(select);
-  return session_->query(translate(select, session_->dialect()));
+  std::string translated = translate(select, session_->dialect());
+  keep_translation(keyed, translated);
+  return session_->query(translated);
+}
+
+void Connection::keep_translation(const KeyedText& keyed, std::string_view translated) {
+  if (keyed.key.empty() || !translated.ends_with(keyed.key)) return;
+  if (translated_.size() == kMostKept) translated_.clear();
+  translated.remove_suffix(keyed.key.size());
+  translated_.emplace(keyed.text, translated);
 }
 
 void Connection::renew() {

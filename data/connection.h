@@ -5,11 +5,13 @@
 // several holders of one connection do not disturb one another. One thread.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 
 #include "data/driver.h"
+#include "data/keyed_text.h"
 
 namespace dorvo::data {
 
@@ -39,8 +41,11 @@ class Connection {
  private:
   explicit Connection(std::string_view connection_text);
 
+  void keep_translation(const KeyedText& keyed, std::string_view translated);
+
   std::string text_;  // empty when the session was made elsewhere: then it cannot be made anew
   std::unique_ptr<Session> session_;
+  std::map<std::string, std::string, std::less<>> translated_;  // checked texts that end in a key, without it
 };
 
 }  // namespace dorvo::data

@@ -5,12 +5,15 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <charconv>
 #include <chrono>
 #include <cstring>
+#include <map>
 #include <vector>
 
 #include "data/connection_text.h"
 #include "data/driver.h"
+#include "data/keyed_text.h"
 #include "data/typed_cell.h"
 
 namespace dorvo::data {
@@ -23,6 +26,7 @@ using Clock = std::chrono::steady_clock;
 constexpr int kBusyMilliseconds = 5000;         // how long a writer is waited for
 constexpr std::chrono::seconds kQueryTime{60};  // how long one query may run
 constexpr int kStepsBetweenLooks = 20000;       // at the clock
+constexpr std::size_t kMostKept = 64;           // prepared statements; reports have few texts
 
 struct CloseDatabase {
   void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
@@ -70,15 +74,12 @@ class SqliteSession : public Session {
 
   std::unique_ptr<Table> query(const std::string& select) override {
     deadline_ = Clock::now() + kQueryTime;
-    const Statement statement = prepare(select);
-    const int columns = sqlite3_column_count(statement.get());
-    auto table = std::make_unique<Table>(names_of(statement.get(), columns));
-    const std::vector<ColumnType> types = types_of(statement.get(), columns);
-    int result = sqlite3_step(statement.get());
-    for (; result == SQLITE_ROW; result = sqlite3_step(statement.get()))
-      for (int at = 0; at < columns; ++at) add_cell(*table, statement.get(), at, types[static_cast<std::size_t>(at)]);
-    if (result != SQLITE_DONE) fail(result);
-    return table;
+    const KeyedText keyed = split_key(select);
+    if (!keyed.key.empty()) {
+      if (Prepared* kept = find_kept(keyed.text)) return rows_for(*kept, keyed.key);
+    }
+    Prepared once(prepare(select));
+    return rows(once);
   }
 
   // Dead when another file has taken the place of the one that was opened.
@@ -88,6 +89,58 @@ class SqliteSession : public Session {
   }
 
  private:
+  // A statement with what does not change from one of its runs to the next.
+  struct Prepared {
+    explicit Prepared(Statement prepared) : statement(std::move(prepared)) { describe(); }
+
+    void describe() {
+      const int count = sqlite3_column_count(statement.get());
+      columns = std::make_shared<Columns>(names_of(statement.get(), count));
+      types = types_of(statement.get(), count);
+    }
+
+    Statement statement;
+    std::shared_ptr<const Columns> columns;
+    std::vector<ColumnType> types;
+  };
+
+  // Ends a run of a statement, so that it holds no lock on the file.
+  struct Reset {
+    sqlite3_stmt* statement;
+    ~Reset() { sqlite3_reset(statement); }
+  };
+
+  // The statement for a text that ends in a key, prepared at its first use; nullptr when the key is no plain parameter.
+  Prepared* find_kept(std::string_view text) {
+    if (const auto found = kept_.find(text); found != kept_.end()) return &found->second;
+    Statement statement = prepare(std::string(text) + ":key");
+    if (sqlite3_bind_parameter_count(statement.get()) != 1) return nullptr;
+    if (kept_.size() == kMostKept) kept_.clear();
+    return &kept_.emplace(std::string(text), Prepared(std::move(statement))).first->second;
+  }
+
+  std::unique_ptr<Table> rows_for(Prepared& prepared, std::string_view key) {
+    sqlite3_int64 number = 0;
+    std::from_chars(key.data(), key.data() + key.size(), number);
+    sqlite3_bind_int64(prepared.statement.get(), 1, number);
+    return rows(prepared);
+  }
+
+  std::unique_ptr<Table> rows(Prepared& prepared) {
+    sqlite3_stmt* statement = prepared.statement.get();
+    const Reset reset{statement};
+    int result = sqlite3_step(statement);
+    // The tables were changed since it was prepared, and it was prepared anew.
+    if (sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_REPREPARE, 1) > 0) prepared.describe();
+    auto table = std::make_unique<Table>(prepared.columns);
+    const int columns = static_cast<int>(prepared.types.size());
+    for (; result == SQLITE_ROW; result = sqlite3_step(statement))
+      for (int at = 0; at < columns; ++at)
+        add_cell(*table, statement, at, prepared.types[static_cast<std::size_t>(at)]);
+    if (result != SQLITE_DONE) fail(result);
+    return table;
+  }
+
   static int too_late(void* self) { return Clock::now() > static_cast<SqliteSession*>(self)->deadline_ ? 1 : 0; }
 
   // The file is only looked at when something is read from it.
@@ -157,6 +210,7 @@ class SqliteSession : public Session {
   std::string file_;
   FileIdentity identity_;
   Database database_;
+  std::map<std::string, Prepared, std::less<>> kept_;  // by the text before the key
   Clock::time_point deadline_;
 };
 

@@ -20,11 +20,19 @@ std::uint32_t name_hash(std::string_view name) {
 
 }  // namespace
 
-Table::Table(std::vector<std::string> columns) : columns_(std::move(columns)) {
-  index_.reserve(columns_.size());
-  for (std::size_t at = 0; at < columns_.size(); ++at)
-    index_.emplace_back(name_hash(columns_[at]), static_cast<std::uint32_t>(at));
+Columns::Columns(std::vector<std::string> names_in_order) : names(std::move(names_in_order)) {
+  index_.reserve(names.size());
+  for (std::size_t at = 0; at < names.size(); ++at)
+    index_.emplace_back(name_hash(names[at]), static_cast<std::uint32_t>(at));
   std::sort(index_.begin(), index_.end());
+}
+
+std::size_t Columns::find(std::string_view column) const {
+  const std::uint32_t hash = name_hash(column);
+  auto at = std::lower_bound(index_.begin(), index_.end(), std::pair<std::uint32_t, std::uint32_t>(hash, 0));
+  for (; at != index_.end() && at->first == hash; ++at)
+    if (value::same_name(names[at->second], column)) return at->second;
+  return npos;
 }
 
 void Table::add_null() {
@@ -62,16 +70,8 @@ void Table::add(const value::Date& date) {
   cells_.push_back(cell);
 }
 
-std::size_t Table::find(std::string_view column) const {
-  const std::uint32_t hash = name_hash(column);
-  auto at = std::lower_bound(index_.begin(), index_.end(), std::pair<std::uint32_t, std::uint32_t>(hash, 0));
-  for (; at != index_.end() && at->first == hash; ++at)
-    if (value::same_name(columns_[at->second], column)) return at->second;
-  return npos;
-}
-
 value::Variant Table::cell(std::size_t row, std::size_t column) const {
-  const Cell& cell = cells_.at(row * columns_.size() + column);
+  const Cell& cell = cells_.at(row * columns().size() + column);
   switch (cell.kind) {
     case Cell::Kind::Null:
       break;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -13,9 +14,24 @@
 
 namespace dorvo::data {
 
+// Names of the columns of a result, shared by all results of one query.
+struct Columns {
+  explicit Columns(std::vector<std::string> names_in_order);
+
+  // The column of this name without regard to case, the first of several; npos when there is none.
+  std::size_t find(std::string_view column) const;
+  static constexpr std::size_t npos = static_cast<std::size_t>(-1);
+
+  std::vector<std::string> names;
+
+ private:
+  std::vector<std::pair<std::uint32_t, std::uint32_t>> index_;  // hash of the name, column; sorted
+};
+
 class Table {
  public:
-  explicit Table(std::vector<std::string> columns);
+  explicit Table(std::vector<std::string> columns) : Table(std::make_shared<Columns>(std::move(columns))) {}
+  explicit Table(std::shared_ptr<const Columns> columns) : columns_(std::move(columns)) {}
 
   // Append the next cell, left to right, row after row.
   void add_null();
@@ -26,13 +42,12 @@ class Table {
   void add(const char*) = delete;   // would be taken for a flag
   void add(const value::Date& date);
 
-  std::size_t rows() const { return columns_.empty() ? 0 : cells_.size() / columns_.size(); }
-  const std::vector<std::string>& columns() const { return columns_; }
+  std::size_t rows() const { return columns().empty() ? 0 : cells_.size() / columns().size(); }
+  const std::vector<std::string>& columns() const { return columns_->names; }
   value::Variant cell(std::size_t row, std::size_t column) const;
 
-  // The column of this name without regard to case, the first of several; npos when there is none.
-  std::size_t find(std::string_view column) const;
-  static constexpr std::size_t npos = static_cast<std::size_t>(-1);
+  std::size_t find(std::string_view column) const { return columns_->find(column); }
+  static constexpr std::size_t npos = Columns::npos;
 
  private:
   struct Cell {
@@ -44,8 +59,7 @@ class Table {
       std::uint64_t offset;  // of a text in the arena
     };
   };
-  std::vector<std::string> columns_;
-  std::vector<std::pair<std::uint32_t, std::uint32_t>> index_;  // hash of the name, column; sorted
+  std::shared_ptr<const Columns> columns_;
   std::vector<Cell> cells_;
   std::string arena_;
 };
