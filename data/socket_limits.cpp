@@ -11,8 +11,8 @@
 namespace dorvo::data {
 namespace {
 
-constexpr int kIdleSeconds = 10;  // of silence before the peer is asked
-constexpr int kAskEvery = 5;
+constexpr int kIdleSeconds = 6;  // of silence before the peer is asked
+constexpr int kAskEvery = 3;
 constexpr int kAskTimes = 3;
 constexpr int kUnansweredMilliseconds = (kIdleSeconds + kAskEvery * kAskTimes) * 1000;
 
@@ -25,6 +25,7 @@ std::set<int> open_files() {
   const std::unique_ptr<DIR, CloseFolder> folder(opendir("/proc/self/fd"));
   while (const dirent* entry = folder ? readdir(folder.get()) : nullptr)
     if (entry->d_name[0] != '.') files.insert(std::atoi(entry->d_name));
+  if (folder) files.erase(dirfd(folder.get()));
   return files;
 }
 

@@ -11,7 +11,7 @@ namespace dorvo::data {
 class SocketLimits {
  public:
   SocketLimits();  // before the login
-  // After it: a peer that does not answer within about 25 seconds counts as gone.
+  // After it: a peer that does not answer within about 15 seconds counts as gone.
   void limit_new_sockets() const;
 
  private:
