@@ -68,7 +68,7 @@ HRESULT DorvoOpenConnection(const char* connection_text, IDispatch** connection)
   *connection = nullptr;
   return guarded(E_FAIL, [&] {
     start_library();
-    *connection = new ConnectionObject(data::Connection::open(text_or_empty(connection_text)));
+    *connection = new ConnectionObject(data::Connection::pooled(text_or_empty(connection_text)));
   });
 }
 

@@ -29,6 +29,11 @@ std::map<std::string, Pooled, std::less<>>& pool() {
   return connections;
 }
 
+Connection::Watcher& watcher_of_all() {
+  static Connection::Watcher watcher;
+  return watcher;
+}
+
 void close_idle(Clock::time_point now) {
   std::erase_if(pool(), [&](const auto& entry) {
     const auto& [connection, last_use] = entry.second;
@@ -50,7 +55,6 @@ std::shared_ptr<Connection> Connection::pooled(std::string_view connection_text)
   close_idle(now);
   const auto found = pool().find(connection_text);
   if (found != pool().end()) {
-    found->second.connection->renew();
     found->second.last_use = now;
     return found->second.connection;
   }
@@ -59,8 +63,19 @@ std::shared_ptr<Connection> Connection::pooled(std::string_view connection_text)
   return made;
 }
 
+void Connection::begin_run(std::string_view connection_text, Connection* own) {
+  if (own) own->renew();
+  const auto found = pool().find(connection_text);
+  if (found != pool().end() && found->second.connection.get() != own) found->second.connection->renew();
+}
+
+void Connection::watch(Watcher watcher) {
+  watcher_of_all() = std::move(watcher);
+}
+
 std::unique_ptr<Table> Connection::query(std::string_view select) {
   if (!session_) throw value::Failure(value::Error::ObjectClosed, "The connection to the database is closed");
+  if (watcher_of_all()) watcher_of_all()(select);
   const KeyedText keyed = split_key(select);
   if (const auto known = translated_.find(keyed.text); known != translated_.end())
     return session_->query(known->second + std::string(keyed.key));
@@ -78,7 +93,8 @@ void Connection::keep_translation(const KeyedText& keyed, std::string_view trans
 }
 
 void Connection::renew() {
-  if (session_ && !text_.empty() && !session_->alive()) session_ = open_session(text_);
+  if (!session_ || text_.empty() || session_->alive()) return;
+  session_ = open_session(text_);
 }
 
 }  // namespace dorvo::data

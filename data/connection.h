@@ -5,6 +5,7 @@
 // several holders of one connection do not disturb one another. One thread.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -20,9 +21,18 @@ class Connection {
   // Opens a connection. Fails with BadConnectionText or CannotConnect; no message ever holds a password.
   static std::shared_ptr<Connection> open(std::string_view connection_text);
 
-  // For the start of a run: the connection to this text that is at hand, found alive or renewed, or a new one. A
-  // connection that nobody has held or asked for during five minutes is closed. Fails as open() does.
+  // The connection to this text that is at hand, or a new one. One that nobody has held or asked for during five
+  // minutes is closed. Fails as open() does.
   static std::shared_ptr<Connection> pooled(std::string_view connection_text);
+
+  // Called at the start of a run, which will use `own` (may be null) and the pooled connection to this text: where
+  // they were lost they are opened anew, once and in silence. In the middle of a run nothing is replaced, as its rows
+  // must all be of one connection. Fails with CannotConnect.
+  static void begin_run(std::string_view connection_text, Connection* own);
+
+  // Sees every query text as the report wrote it, before it runs; for checks. An empty one ends that.
+  using Watcher = std::function<void(std::string_view select)>;
+  static void watch(Watcher watcher);
 
   // Around a session that somebody else made.
   explicit Connection(std::unique_ptr<Session> session) : session_(std::move(session)) {}
@@ -31,15 +41,12 @@ class Connection {
   // Fails with NotOneSelect before the text reaches the database, ObjectClosed, or as Session::query() does.
   std::unique_ptr<Table> query(std::string_view select);
 
-  // For the start of a run: a connection that was lost is opened anew, once and in silence. Never called in the middle
-  // of a run, whose rows must all be of one connection. A closed one stays closed. Fails with CannotConnect.
-  void renew();
-
   void Close() { session_.reset(); }
   bool is_open() const { return session_ != nullptr; }
 
  private:
   explicit Connection(std::string_view connection_text);
+  void renew();
 
   void keep_translation(const KeyedText& keyed, std::string_view translated);
 

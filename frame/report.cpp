@@ -80,7 +80,7 @@ void Report::heading(const std::string& caption) {
 
 void Report::ActiveReport_ReportStart() {
   if (!kind_->sub_report) {
-    if (basMain().myConn) basMain().myConn->renew();
+    data::Connection::begin_run(basMain().ConnectionString, basMain().myConn.get());
     set_printer();
     set_page();
     set_toolbar();

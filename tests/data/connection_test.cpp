@@ -105,8 +105,21 @@ TEST(ConnectionPool, AFileThatTookTheOldOnesPlaceIsOpenedAnew) {
   const auto held = Connection::pooled(database.path());
   EXPECT_EQ(held->query("select a from t")->cell(0, 0), value::Variant(1));
   std::filesystem::rename(newer.path(), database.path());
+  // In the middle of a run the old file goes on.
+  EXPECT_EQ(Connection::pooled(database.path())->query("select a from t")->cell(0, 0), value::Variant(1));
+  Connection::begin_run(database.path(), nullptr);
   EXPECT_EQ(Connection::pooled(database.path())->query("select a from t")->cell(0, 0), value::Variant(2));
   EXPECT_EQ(held->query("select a from t")->cell(0, 0), value::Variant(2));
+}
+
+TEST(Connection, AWatcherSeesTheTextsOfTheReports) {
+  ScratchDatabase database("CREATE TABLE t (a INT)");
+  std::vector<std::string> seen;
+  Connection::watch([&](std::string_view text) { seen.emplace_back(text); });
+  Connection::open(database.path())->query("select a from dbo.t");
+  Connection::watch({});
+  Connection::open(database.path())->query("select 2");
+  EXPECT_EQ(seen, std::vector<std::string>{"select a from dbo.t"});
 }
 
 }  // namespace

@@ -79,6 +79,7 @@ class FaultsTest : public testing::Test {
 
   // A run of a report as the data room sees it.
   static void run() {
+    Connection::begin_run(server().text(), nullptr);
     Recordset recordset;
     recordset.Open("select a from dbo.fault", Connection::pooled(server().text()));
     EXPECT_EQ(recordset.Fields("a"), value::Variant(7));
@@ -240,6 +241,7 @@ TEST_F(FaultsTest, NoFaultLeavesAFileOpen) {
   const auto before = open_files();
   for (int time = 0; time < 5; ++time) {
     kill_backends();
+    Connection::begin_run(server().text(), nullptr);
     EXPECT_EQ(failure_of([] { Connection::pooled(server().text())->query("select nosuch from dbo.fault"); }).number(),
               Error::QueryFailed);
     failure_of([] { Connection::open(server().text_of("practice", "reader", "wrong")); });
