@@ -94,7 +94,7 @@ HRESULT DorvoAddOutput(const char* file) {
 }
 
 HRESULT DorvoOutputOption(const char* name, const char* value) {
-  return guarded(E_INVALIDARG, [&] { job().add_option({text_or_empty(name), text_or_empty(value)}); });
+  return guarded(E_INVALIDARG, [&] { job().add_option(text_or_empty(name), text_or_empty(value)); });
 }
 
 HRESULT DorvoEndJob(const char* opened, const char* failure, DorvoOutcome* outcome) {
@@ -129,7 +129,7 @@ void DorvoEachReport(DorvoEachReportOf each, void* context) {
 }
 
 void DorvoEachOutputKind(DorvoEachText each, void* context) {
-  for (const OutputKind& kind : output_kinds()) each(context, kind.extension.data());
+  for (const export_::FormatRow& row : export_::formats()) each(context, row.extensions.front().data());
 }
 
 const char* DorvoLastError() {

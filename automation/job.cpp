@@ -22,9 +22,9 @@ std::optional<value::Failure> failure_of(Action action) {
 }  // namespace
 
 void Job::add_output(const std::string& file) {
-  if (!output_kind_of(file)) {
+  if (!export_::format_of_file(file)) {
     std::string kinds;
-    for (const OutputKind& kind : output_kinds()) kinds += " ." + std::string(kind.extension);
+    for (const export_::FormatRow& row : export_::formats()) kinds += " ." + std::string(row.extensions.front());
     throw value::Failure(value::Error::TypeMismatch, "\"" + file + "\" is no kind of file that is known:" + kinds);
   }
   if (std::ranges::find(files_, file) != files_.end()) {
@@ -33,12 +33,8 @@ void Job::add_output(const std::string& file) {
   files_.push_back(file);
 }
 
-void Job::add_option(OutputOption option) {
-  if (!is_output_option(option)) {
-    throw value::Failure(value::Error::TypeMismatch,
-                         "\"" + option.name + "=" + option.value + "\" is no option that is known, or no value for it");
-  }
-  options_.push_back(std::move(option));
+void Job::add_option(const std::string& name, const std::string& value) {
+  options_.push_back(export_::parse_option(name + "=" + value));
 }
 
 void Job::show(frame::Report& report) {
@@ -81,8 +77,7 @@ void Job::begin(const std::string& report, bool dumps_only) {
   // Page dumps first, so that they can tell why another file could not be begun.
   for (const bool dumps : {true, false}) {
     for (const std::string& file : files_) {
-      const OutputKind* kind = output_kind_of(file);
-      Output output{kind->make(*kind, file, options_), nullptr};
+      Output output{export_::make_filter(*export_::format_of_file(file), file, options_), nullptr};
       output.dump = dynamic_cast<export_::PageDump*>(output.filter.get());
       if ((output.dump != nullptr) != dumps || (dumps_only && !dumps)) continue;
       if (output.dump) output.dump->Report = report;

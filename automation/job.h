@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "automation/output_kinds.h"
+#include "export/options.h"
 #include "export/page_dump.h"
 #include "frame/ports.h"
 
@@ -17,9 +17,10 @@ namespace dorvo::automation {
 
 class Job : public frame::HeadlessPorts {
  public:
-  // Both fail with TypeMismatch: no such kind, a file named twice; no such option or a value that it cannot take.
+  // Fails with TypeMismatch: no such kind, a file named twice.
   void add_output(const std::string& file);
-  void add_option(OutputOption option);
+  // "PDF.Version" and its value; fails as parse_option() does.
+  void add_option(const std::string& name, const std::string& value);
 
   void show(frame::Report& report) override;
 
@@ -44,7 +45,7 @@ class Job : public frame::HeadlessPorts {
   void fail(const std::string& line);
 
   std::vector<std::string> files_;
-  std::vector<OutputOption> options_;
+  std::vector<export_::Option> options_;
   std::vector<Output> outputs_;
   std::uint64_t pages_ = 0;
   bool has_shown_ = false;

@@ -5,7 +5,9 @@
 #include <filesystem>
 
 #include "export/html_filter.h"
+#include "export/page_dump.h"
 #include "export/pdf_filter.h"
+#include "export/png_filter.h"
 #include "export/rtf_filter.h"
 #include "export/text_filter.h"
 #include "export/tiff_filter.h"
@@ -23,7 +25,8 @@ struct PropertyRow {
   std::string_view name;
   std::string_view expected;                              // what a value must be, as messages tell it
   bool (*set)(Filter& filter, const std::string& value);  // false when the value is not as expected
-  std::vector<int> allowed = {};                          // whole numbers; empty: 0 and up
+  std::vector<int> allowed = {};                          // whole numbers; empty: `least` and up
+  int least = 0;
 };
 
 namespace {
@@ -89,6 +92,7 @@ const std::vector<PropertyRow>& properties() {
       {Format::Text, "TextDelimiter", kText, set<TextFilter, &TextFilter::TextDelimiter>},
       {Format::Text, "SuppressEmptyLines", kFlag, set<TextFilter, &TextFilter::SuppressEmptyLines>},
       {Format::Text, "Unicode", kFlag, set<TextFilter, &TextFilter::Unicode>},
+      {Format::Png, "Resolution", "dots an inch, 1 or more", set<PngFilter, &PngFilter::Resolution>, {}, 1},
   };
   return rows;
 }
@@ -100,8 +104,9 @@ std::string full_name(const PropertyRow& row) {
 bool holds(const PropertyRow& row, const std::string& value, Filter& filter) {
   if (!row.set(filter, value)) return false;
   int number = 0;
-  return row.allowed.empty() ||
-         (read(value, number) && std::find(row.allowed.begin(), row.allowed.end(), number) != row.allowed.end());
+  if (!read(value, number)) return true;  // a text or a flag
+  const bool listed = std::find(row.allowed.begin(), row.allowed.end(), number) != row.allowed.end();
+  return row.allowed.empty() ? number >= row.least : listed;
 }
 
 void aim(HtmlFilter& filter, const std::filesystem::path& target) {
@@ -127,6 +132,8 @@ const std::vector<FormatRow>& formats() {
       {Format::Xls, "XLS", "Microsoft Excel Worksheet (XLS)", "Microsoft Excel Document (*.xls)|*.xls", {"xls"}},
       {Format::Tif, "TIF", "Tagged Image Format (TIF)", "Tagged Image Format (*.tif)|*.tif", {"tif", "tiff"}},
       {Format::Text, "Text", "Text", "Text Document (*.txt)|*.txt", {"txt"}},
+      {Format::Png, "PNG", "", "", {"png"}},
+      {Format::Json, "JSON", "", "", {"json"}},
   };
   return rows;
 }
@@ -136,10 +143,11 @@ const FormatRow& format_row(Format format) {
 }
 
 std::optional<Format> format_of_file(std::string_view path) {
-  const std::string extension = value::lower_name(std::filesystem::path(path).extension().string());
+  const std::size_t point = path.find_last_of("./");
+  if (point == std::string_view::npos || path[point] == '/') return std::nullopt;
   for (const FormatRow& row : formats())
     for (std::string_view known : row.extensions)
-      if (extension == "." + std::string(known)) return row.format;
+      if (value::same_name(path.substr(point + 1), known)) return row.format;
   return std::nullopt;
 }
 
@@ -185,6 +193,10 @@ std::unique_ptr<Filter> new_filter(Format format) {
       return std::make_unique<TiffFilter>();
     case Format::Text:
       return std::make_unique<TextFilter>();
+    case Format::Png:
+      return std::make_unique<PngFilter>();
+    case Format::Json:
+      return std::make_unique<PageDump>();
   }
   return nullptr;
 }
@@ -195,7 +207,8 @@ std::unique_ptr<Filter> make_filter(Format format, const std::string& target, co
     aim(*html, target);
   else
     aim<RtfFilter>(*filter, target) || aim<PdfFilter>(*filter, target) || aim<XlsFilter>(*filter, target) ||
-        aim<TiffFilter>(*filter, target) || aim<TextFilter>(*filter, target);
+        aim<TiffFilter>(*filter, target) || aim<TextFilter>(*filter, target) || aim<PngFilter>(*filter, target) ||
+        aim<PageDump>(*filter, target);
   for (const Option& option : options)
     if (option.property->format == format) option.property->set(*filter, option.value);
   return filter;

@@ -14,13 +14,15 @@
 
 namespace dorvo::export_ {
 
-// In the order of the export dialog.
-enum class Format { Rtf, Pdf, Html, Xls, Tif, Text };
+// The six of the export dialog in its order, then those that only a command line asks for: pictures for looking at and
+// the page dump.
+enum class Format { Rtf, Pdf, Html, Xls, Tif, Text, Png, Json };
+constexpr std::size_t kDialogFormats = 6;
 
 struct FormatRow {
   Format format;
   std::string_view name;                     // in options: "XLS"
-  std::string_view caption;                  // in the dialog
+  std::string_view caption;                  // in the dialog; empty: not there
   std::string_view file_filter;              // of its file dialog; empty: it has none
   std::vector<std::string_view> extensions;  // lower case; the first is the usual one
 };

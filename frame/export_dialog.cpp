@@ -134,9 +134,8 @@ std::unique_ptr<export_::Filter> ExportDialog::filter() const {
       return xls_filter();
     case Format::Text:
       return text_filter();
-    case Format::Rtf:
-    case Format::Tif:
-      break;
+    default:
+      break;  // no properties but the file's name
   }
   return export_::make_filter(static_cast<Format>(cboExportFormat), file_name(), {});
 }

@@ -15,7 +15,7 @@
 
 namespace dorvo::frame {
 
-constexpr std::size_t kExportFormats = 6;
+using export_::kDialogFormats;
 
 class ExportDialog {
  public:
@@ -35,8 +35,8 @@ class ExportDialog {
 
   // ---- controls: lists by the index that is chosen, -1 for none ----
   int cboExportFormat = -1;
-  std::array<Panel, kExportFormats> picOptions;
-  std::array<std::string, kExportFormats> txtFilename;
+  std::array<Panel, kDialogFormats> picOptions;
+  std::array<std::string, kDialogFormats> txtFilename;
   int cboAcrobatVersion = -1;
   int cboPDFJPGQuality = -1;
   std::vector<Font> lstPDFFonts;

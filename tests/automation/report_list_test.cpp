@@ -5,7 +5,6 @@
 
 #include <set>
 
-#include "automation/output_kinds.h"
 #include "frame/launchers.h"
 #include "layouts/layouts.h"
 
@@ -36,43 +35,6 @@ TEST(ReportList, EveryBuiltReportHasALayoutThatItCanBeMadeFrom) {
     const auto report = row.make();
     EXPECT_EQ(report->Name(), row.name);
   }
-}
-
-TEST(OutputKinds, AreToldByExtension) {
-  struct Case {
-    const char* file;
-    const char* format;  // empty: none
-  };
-  const Case cases[] = {
-      {"a.pdf", "PDF"}, {"A.PDF", "PDF"}, {"/x.y/a.b.json", "JSON"}, {"a.txt", "Text"}, {"a", ""},
-      {"a.", ""},       {"pdf", ""},      {"/x.pdf/a", ""},          {"a.doc", ""},     {"", ""},
-      {".pdf", "PDF"},
-  };
-  for (const Case& c : cases) {
-    const OutputKind* kind = output_kind_of(c.file);
-    EXPECT_EQ(kind ? kind->format : "", c.format) << c.file;
-  }
-}
-
-TEST(OutputKinds, OptionsAreTypedPropertiesOfTheirFormat) {
-  struct Case {
-    OutputOption option;
-    bool taken;
-  };
-  const Case cases[] = {
-      {{"PDF.Version", "0"}, true},
-      {{"pdf.VERSION", "2"}, true},
-      {{"PDF.Version", "two"}, false},
-      {{"PDF.NeverEmbedFonts", ""}, true},
-      {{"Text.Unicode", "True"}, true},
-      {{"Text.Unicode", "maybe"}, false},
-      {{"Text.Version", "1"}, false},
-      {{"PDF", "1"}, false},
-      {{"PDF.", "1"}, false},
-      {{"PDF.FileName", "x"}, false},
-      {{"JSON.Report", "Form1"}, false},
-  };
-  for (const Case& c : cases) EXPECT_EQ(is_output_option(c.option), c.taken) << c.option.name << "=" << c.option.value;
 }
 
 }  // namespace

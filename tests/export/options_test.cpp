@@ -48,6 +48,8 @@ TEST(Options, WrongOnesSayWhatWasExpected) {
        "Option XLS.MultiSheet: found \"yes\", expected True or False"},
       {"XLS.MinRowHeight=12x", value::Error::TypeMismatch,
        "Option XLS.MinRowHeight: found \"12x\", expected a length in twips, 0 or more"},
+      {"PNG.Resolution=0", value::Error::TypeMismatch,
+       "Option PNG.Resolution: found \"0\", expected dots an inch, 1 or more"},
       {"PDF.Version", value::Error::TypeMismatch,
        "Option \"PDF.Version\": expected FORMAT.Property=value, such as XLS.FileFormat=5"},
   };
@@ -70,11 +72,16 @@ TEST(Options, WrongOnesSayWhatWasExpected) {
 }
 
 TEST(Options, FormatsByExtension) {
-  EXPECT_EQ(format_of_file("a/b.XLS"), Format::Xls);
-  EXPECT_EQ(format_of_file("b.htm"), Format::Html);
-  EXPECT_EQ(format_of_file("b.tiff"), Format::Tif);
-  EXPECT_EQ(format_of_file("b.doc"), std::nullopt);
-  EXPECT_EQ(format_of_file("xls"), std::nullopt);
+  struct Case {
+    const char* file;
+    std::optional<Format> format;
+  };
+  const Case cases[] = {
+      {"a/b.XLS", Format::Xls}, {"b.htm", Format::Html},    {"b.tiff", Format::Tif}, {"/x.y/a.b.json", Format::Json},
+      {"a.png", Format::Png},   {".pdf", Format::Pdf},      {"a.txt", Format::Text}, {"b.doc", std::nullopt},
+      {"xls", std::nullopt},    {"/x.pdf/a", std::nullopt}, {"a.", std::nullopt},    {"", std::nullopt},
+  };
+  for (const Case& c : cases) EXPECT_EQ(format_of_file(c.file), c.format) << c.file;
 }
 
 }  // namespace
