@@ -109,7 +109,7 @@ void describe_demo(CLI::App& program, DemoPractice& demo) {
 int run(int argc, char** argv) {
   CLI::App program("Prints the statutory forms and reports of a practice without a window", "dorvoform");
   program.set_version_flag("--version", std::string("dorvoform ") + DorvoVersion());
-  program.require_subcommand(1);
+  program.require_subcommand(0, 1);
   PrintCommand print_command;
   DemoPractice demo;
   print_command.describe(program);
@@ -123,6 +123,7 @@ int run(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     throw UsageError(error.what());
   }
+  if (program.get_subcommands().empty()) throw UsageError("a command is required: print, classes, reports or demo-db");
   if (program.got_subcommand("print")) return print_command.run();
   if (program.got_subcommand("classes")) return list_classes();
   return program.got_subcommand("reports") ? list_reports() : write_demo_database(demo);
