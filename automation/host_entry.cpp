@@ -93,8 +93,8 @@ HRESULT DorvoAddOutput(const char* file) {
   return guarded(E_INVALIDARG, [&] { job().add_output(text_or_empty(file)); });
 }
 
-HRESULT DorvoOutputOption(const char* name, const char* value) {
-  return guarded(E_INVALIDARG, [&] { job().add_option(text_or_empty(name), text_or_empty(value)); });
+HRESULT DorvoOutputOption(const char* option) {
+  return guarded(E_INVALIDARG, [&] { job().add_option(text_or_empty(option)); });
 }
 
 HRESULT DorvoEndJob(const char* opened, const char* failure, DorvoOutcome* outcome) {
@@ -130,6 +130,10 @@ void DorvoEachReport(DorvoEachReportOf each, void* context) {
 
 void DorvoEachOutputKind(DorvoEachText each, void* context) {
   for (const export_::FormatRow& row : export_::formats()) each(context, row.extensions.front().data());
+}
+
+void DorvoEachOutputOption(DorvoEachText each, void* context) {
+  for (const std::string& line : export_::option_help()) each(context, line.c_str());
 }
 
 const char* DorvoLastError() {

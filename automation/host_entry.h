@@ -39,9 +39,9 @@ DORVO_ENTRY void DorvoLayoutsFrom(const char* folder);
 // E_INVALIDARG says that there is no such kind or that the file was named before.
 DORVO_ENTRY dorvo::automation::HRESULT DorvoAddOutput(const char* file);
 
-// A property of a format's filter for every file of that format: "PDF.Version", "0". E_INVALIDARG for a name that is
-// none and for a value of another type.
-DORVO_ENTRY dorvo::automation::HRESULT DorvoOutputOption(const char* name, const char* value);
+// A property of a format's filter for every file of that format: "PDF.Version=0". E_INVALIDARG for a name that is none
+// and for a value of another type.
+DORVO_ENTRY dorvo::automation::HRESULT DorvoOutputOption(const char* option);
 
 // Ends a job: forgets files and options, and tells what became of it. When no report was shown, page dumps among the
 // files are written with no pages; `opened` is the class or report that was meant, `failure` its message or null.
@@ -73,8 +73,10 @@ DORVO_ENTRY void DorvoEachMember(const char* class_name, DorvoEachMemberOf each,
 using DorvoEachReportOf = void (*)(void* context, const char* report, std::int32_t is_built);
 DORVO_ENTRY void DorvoEachReport(DorvoEachReportOf each, void* context);
 
-// The extensions of the files that DorvoAddOutput knows ("pdf").
+// The extensions of the files that DorvoAddOutput knows ("pdf"), and the options that DorvoOutputOption knows, with
+// what each takes.
 DORVO_ENTRY void DorvoEachOutputKind(DorvoEachText each, void* context);
+DORVO_ENTRY void DorvoEachOutputOption(DorvoEachText each, void* context);
 
 // One line on the call that failed last; never null.
 DORVO_ENTRY const char* DorvoLastError();

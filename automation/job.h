@@ -19,8 +19,8 @@ class Job : public frame::HeadlessPorts {
  public:
   // Fails with TypeMismatch: no such kind, a file named twice.
   void add_output(const std::string& file);
-  // "PDF.Version" and its value; fails as parse_option() does.
-  void add_option(const std::string& name, const std::string& value);
+  // "PDF.Version=0"; fails as parse_option() does.
+  void add_option(const std::string& option);
 
   void show(frame::Report& report) override;
 

@@ -27,6 +27,13 @@ std::string environment(const std::string& variable) {
   return text;
 }
 
+std::string options_of_formats() {
+  std::string text = "Options of formats:";
+  DorvoEachOutputOption(
+      [](void* all, const char* line) { *static_cast<std::string*>(all) += "\n  " + std::string(line); }, &text);
+  return text;
+}
+
 struct PrintCommand {
   PrintJob job;
   std::string database_file;
@@ -66,12 +73,13 @@ void PrintCommand::describe(CLI::App& program) {
       ->type_name("FILE")
       ->required()
       ->allow_extra_args(false);
-  app->add_option("--option", job.options, "Property of a format's filter, as PDF.Version=0")
+  app->footer(options_of_formats());
+  app->add_option("--option", job.options, "Property of a format's filter, as PDF.Version=0; see below")
       ->type_name("FORMAT.NAME=VALUE")
       ->allow_extra_args(false);
   app->add_option("--layouts", job.layouts, "Folder whose layouts are used instead of the built-in ones")
       ->type_name("DIR")
-      ->check(CLI::ExistingDirectory);
+      ->check(CLI::Validator(CLI::ExistingDirectory).description(""));
 }
 
 std::vector<Assignment> PrintCommand::in_order_given() const {

@@ -7,24 +7,12 @@
 namespace dorvo::host {
 namespace {
 
-struct NameAndValue {
-  std::string name;
-  std::string value;
-};
-
-NameAndValue split(const std::string& option) {
-  const std::size_t equals = option.find('=');
-  if (equals == std::string::npos) throw UsageError("\"" + option + "\": expected NAME=VALUE");
-  return {option.substr(0, equals), option.substr(equals + 1)};
-}
-
 void set_outputs(const PrintJob& job) {
   for (const std::string& file : job.outputs) {
     if (automation::failed(DorvoAddOutput(file.c_str()))) throw UsageError(DorvoLastError());
   }
   for (const std::string& option : job.options) {
-    const auto [name, value] = split(option);
-    if (automation::failed(DorvoOutputOption(name.c_str(), value.c_str()))) throw UsageError(DorvoLastError());
+    if (automation::failed(DorvoOutputOption(option.c_str()))) throw UsageError(DorvoLastError());
   }
 }
 

@@ -39,11 +39,17 @@ class Rows : public frame::Report {
   }
 };
 
-class JobTest : public testing::Test {
- protected:
-  JobTest() {
+// The layout store must know the layout before the report is made.
+struct RowsLayout {
+  RowsLayout() {
     static const engine::EmbeddedLayout layout{"Rows", kLayout};
     engine::embed_layouts(&layout, 1);
+  }
+};
+
+class JobTest : public testing::Test, private RowsLayout {
+ protected:
+  JobTest() {
     frame::basMain() = {};
     frame::basMain().ConnectionString = database.path();
     job.add_output(file("a.pdf"));

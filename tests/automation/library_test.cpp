@@ -256,10 +256,10 @@ TEST_F(Printing, OutputsThatAreRefused) {
   EXPECT_EQ(DorvoAddOutput("folder.pdf/form"), E_INVALIDARG);
   EXPECT_EQ(DorvoAddOutput(path("a.pdf").c_str()), S_OK);
   EXPECT_EQ(DorvoAddOutput(path("a.pdf").c_str()), E_INVALIDARG) << "twice";
-  EXPECT_EQ(DorvoOutputOption("PDF.Version", "0"), S_OK);
-  EXPECT_EQ(DorvoOutputOption("pdf.version", "one"), E_INVALIDARG);
-  EXPECT_EQ(DorvoOutputOption("PDF.Colour", "1"), E_INVALIDARG);
-  EXPECT_EQ(DorvoOutputOption("Version", "1"), E_INVALIDARG);
+  EXPECT_EQ(DorvoOutputOption("PDF.Version=0"), S_OK);
+  EXPECT_EQ(DorvoOutputOption("pdf.version=one"), E_INVALIDARG);
+  EXPECT_EQ(DorvoOutputOption("PDF.Colour=1"), E_INVALIDARG);
+  EXPECT_EQ(DorvoOutputOption("Version=1"), E_INVALIDARG);
   DorvoOutcome outcome{};
   EXPECT_EQ(DorvoEndJob("", nullptr, &outcome), S_OK);
   EXPECT_FALSE(fs::exists(path("a.pdf")));
