@@ -99,8 +99,9 @@ class ActiveReport {
   Control* find_control(std::string_view name) const;  // nullptr when there is none
   template <class Kind>
   Kind& control_as(std::string_view name) const {
-    if (auto* found = dynamic_cast<Kind*>(&control(name))) return *found;
-    wrong_kind(name);
+    Control& found = control(name);
+    if (found.layout().kind != Kind::kKind) wrong_kind(name);
+    return static_cast<Kind&>(found);  // its class follows from its kind
   }
   DataControl& recMaster() { return *master_; }
 

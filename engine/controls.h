@@ -41,6 +41,7 @@ class Control {
 // A text box. Its text is the column that it is bound to, or what a handler writes.
 class Field : public Control {
  public:
+  static constexpr ControlKind kKind = ControlKind::Field;
   explicit Field(const ControlLayout& layout) : Control(layout), text_(layout.text) {}
   const std::string& Text() const { return text_; }
   void Text(std::string text) { text_ = std::move(text); }
@@ -55,6 +56,7 @@ class Field : public Control {
 
 class Label : public Control {
  public:
+  static constexpr ControlKind kKind = ControlKind::Label;
   explicit Label(const ControlLayout& layout) : Control(layout), caption_(layout.text), design_(layout.text) {}
   const std::string& Caption() const { return caption_; }
   void Caption(std::string caption) { caption_ = std::move(caption); }
@@ -72,17 +74,20 @@ class Label : public Control {
 
 class Line : public Control {
  public:
+  static constexpr ControlKind kKind = ControlKind::Line;
   using Control::Control;
 };
 
 class Shape : public Control {
  public:
+  static constexpr ControlKind kKind = ControlKind::Shape;
   using Control::Control;
 };
 
 // A break inside its section: what lies below it goes to the top of the next page. Disabled when not visible.
 class PageBreak : public Control {
  public:
+  static constexpr ControlKind kKind = ControlKind::PageBreak;
   using Control::Control;
   bool Enabled() const { return Visible(); }
   void Enabled(bool enabled) { Visible(enabled); }
@@ -91,6 +96,7 @@ class PageBreak : public Control {
 // Holds a report that is run inside this one, in the width of this control; its section grows with it.
 class SubReport : public Control {
  public:
+  static constexpr ControlKind kKind = ControlKind::SubReport;
   using Control::Control;
   const std::shared_ptr<ActiveReport>& Report() const { return report_; }
   void Report(std::shared_ptr<ActiveReport> report) { report_ = std::move(report); }
@@ -106,6 +112,7 @@ class SubReport : public Control {
 // The source of the Detail rows, `recMaster` in every report.
 class DataControl : public Control {
  public:
+  static constexpr ControlKind kKind = ControlKind::Data;
   using Control::Control;
   // Writing either closes the recordset.
   void ConnectionString(std::string text);

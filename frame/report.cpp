@@ -1,5 +1,7 @@
 #include "frame/report.h"
 
+#include <algorithm>
+
 #include "engine/layout_store.h"
 #include "frame/ports.h"
 
@@ -33,16 +35,11 @@ void apply(const ReportKind& kind, engine::PageSettings& page) {
   if (kind.writes_orientation) page.Orientation = kind.orientation;
 }
 
-template <class... Kinds>
-bool is_one_of(const engine::Control& control) {
-  return (dynamic_cast<const Kinds*>(&control) || ...);
-}
-
 // Shows or hides the controls of the handled kinds; both directions are meant.
-template <class... Kinds>
-void sweep(const engine::Section& detail, bool flag) {
+void sweep(const engine::Section& detail, std::initializer_list<engine::ControlKind> kinds, bool flag) {
   for (const auto& control : detail.Controls()) {
-    if (is_one_of<Kinds...>(*control) && control->Tag() != kKeepsOut) control->Visible(!flag);
+    const bool handled = std::ranges::find(kinds, control->layout().kind) != kinds.end();
+    if (handled && control->Tag() != kKeepsOut) control->Visible(!flag);
   }
 }
 
@@ -117,11 +114,12 @@ void Report::set_toolbar() {
 }
 
 void Report::HideDataFields(bool flag) {
-  sweep<engine::Field>(Sections("Detail"), flag);
+  sweep(Sections("Detail"), {engine::ControlKind::Field}, flag);
 }
 
 void Report::HideFormArt(bool flag) {
-  sweep<engine::Label, engine::Line, engine::Shape>(Sections("Detail"), flag);
+  using enum engine::ControlKind;
+  sweep(Sections("Detail"), {Label, Line, Shape}, flag);
 }
 
 void Report::PageFooter_Format() {
