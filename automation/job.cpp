@@ -33,7 +33,9 @@ void Job::add_output(const std::string& file) {
   files_.push_back(file);
 }
 
-void Job::add_option(const std::string& option) { options_.push_back(export_::parse_option(option)); }
+void Job::add_option(const std::string& option) {
+  options_.push_back(export_::parse_option(option));
+}
 
 void Job::show(frame::Report& report) {
   has_shown_ = true;
