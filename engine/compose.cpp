@@ -30,22 +30,11 @@ class Growth {
   std::vector<Step> steps_;
 };
 
-// Pages hold a text where its shape holds it, so that a long list has it once.
-std::shared_ptr<const std::string> shared_text(const std::string& text, const ShapedPtr& shaped) {
-  static const auto kEmpty = std::make_shared<const std::string>();
-  if (text.empty()) return kEmpty;
-  if (shaped->lines.size() == 1 && shaped->lines[0].runs.size() == 1) {
-    const std::string& run = shaped->lines[0].runs[0].text;
-    if (run == text) return {shaped, &run};
-  }
-  return std::make_shared<const std::string>(text);
-}
-
 void fit(ControlPlan& control) {
   const std::string& text = control.label ? control.label->Caption() : control.field->Text();
   if (control.text && *control.text == text) return;
   control.fitted = fit_text(text, control.control->layout());
-  control.text = shared_text(text, control.fitted.shaped);
+  control.text = held_text(text, control.fitted.shaped);
 }
 
 class Composer {

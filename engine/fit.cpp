@@ -30,17 +30,34 @@ bool fits(const ShapedText& shaped, int half_points, const Room& room) {
          text_height(shaped, half_points) <= room.height + kRounding;
 }
 
+int inner_width(const ControlLayout& control) {
+  return std::max(1, control.width - 2 * text_inset(control));
+}
+
 }  // namespace
+
+ShapedPtr shape_in_box(std::string_view text, const ControlLayout& control, int half_points) {
+  if (text.empty()) return nullptr;
+  return shape(text, *control.style, half_points, control.wrap ? inner_width(control) + kRounding : 0);
+}
+
+std::shared_ptr<const std::string> held_text(std::string_view text, const ShapedPtr& shaped) {
+  static const auto kEmpty = std::make_shared<const std::string>();
+  if (text.empty()) return kEmpty;
+  if (shaped && shaped->lines.size() == 1 && shaped->lines[0].runs.size() == 1) {
+    const std::string& run = shaped->lines[0].runs[0].text;
+    if (run == text) return {shaped, &run};
+  }
+  return std::make_shared<const std::string>(text);
+}
 
 FittedText fit_text(std::string_view text, const ControlLayout& control) {
   FittedText fitted{nullptr, control.style->half_points, control.height, false};
   if (text.empty()) return fitted;
   const Style& style = *control.style;
-  const int width = std::max(1, control.width - 2 * text_inset(control));
-  const Room room{static_cast<double>(width), static_cast<double>(control.height)};
-  const int wrap_at = control.wrap ? width + kRounding : 0;
+  const Room room{static_cast<double>(inner_width(control)), static_cast<double>(control.height)};
 
-  fitted.shaped = shape(text, style, fitted.half_points, wrap_at);
+  fitted.shaped = shape_in_box(text, control, fitted.half_points);
   if (control.grow) {
     fitted.height =
         std::max(fitted.height, static_cast<int>(std::ceil(text_height(*fitted.shaped, fitted.half_points))));
@@ -54,7 +71,7 @@ FittedText fit_text(std::string_view text, const ControlLayout& control) {
   };
   while (control.shrink && fitted.half_points > kSmallest && !good()) {
     --fitted.half_points;
-    fitted.shaped = shape(text, style, fitted.half_points, wrap_at);
+    fitted.shaped = shape_in_box(text, control, fitted.half_points);
   }
   fitted.clipped = !fits(*fitted.shaped, fitted.half_points, room);
   return fitted;

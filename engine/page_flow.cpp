@@ -161,7 +161,7 @@ void PageFlow::deliver() {
   if (run_.sink()) {
     run_.sink()(complete);
   } else {
-    run_.pages().add(std::move(complete));
+    run_.pages().keep(std::move(complete));
   }
 }
 

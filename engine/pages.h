@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "engine/layout.h"
@@ -35,7 +36,8 @@ struct PageItem {
   std::string_view string() const { return text ? std::string_view(*text) : std::string_view(); }
 };
 
-struct Page {
+// The sheet of a page, and all else of it but its items.
+struct Sheet {
   int number = 1;
   int width = 11906;  // twips, as the sheet is read
   int height = 16838;
@@ -43,10 +45,13 @@ struct Page {
   int right_margin = 0;
   int top_margin = 0;
   int bottom_margin = 0;
-  std::vector<PageItem> items;
   // Equal keys with equal layouts: the fixed items of the pages are the same at the same places. 0: no fixed layer.
   std::uint64_t fixed_key = 0;
   std::vector<LayoutPtr> layouts;
+};
+
+struct Page : Sheet {
+  std::vector<PageItem> items;
 };
 
 using PagePtr = std::shared_ptr<const Page>;
@@ -54,19 +59,49 @@ using PagePtr = std::shared_ptr<const Page>;
 // Takes pages as they are completed, in order.
 using PageSink = std::function<void(const PagePtr&)>;
 
-// The page collection of a report after its run.
+struct PackedPage;
+
+// The page collection of a report after its run. A copy shares the pages.
+//
+// The first pages stand ready. Of a long document the later ones are kept packed, without shapes, and are made ready
+// again when they are read, so that a register of thousands of pages needs little memory.
 class Pages {
  public:
-  std::size_t Count() const { return pages_.size(); }
-  const Page& operator[](std::size_t index) const { return *pages_[index]; }
-  const PagePtr& at(std::size_t index) const { return pages_.at(index); }
-  auto begin() const { return pages_.begin(); }
-  auto end() const { return pages_.end(); }
-  void add(PagePtr page) { pages_.push_back(std::move(page)); }
-  void clear() { pages_.clear(); }
+  static constexpr std::size_t kReady = 32;     // pages that are never packed
+  static constexpr std::size_t kUnpacked = 16;  // packed pages that stand ready at a time
+
+  std::size_t Count() const { return ready_.size() + packed_.size(); }
+  PagePtr at(std::size_t index) const;
+  // Good until kUnpacked other pages have been read; at() gives one to hold.
+  const Page& operator[](std::size_t index) const { return *at(index); }
+
+  class Iterator {
+   public:
+    Iterator(const Pages& pages, std::size_t index) : pages_(&pages), index_(index) {}
+    PagePtr operator*() const { return pages_->at(index_); }
+    Iterator& operator++() {
+      ++index_;
+      return *this;
+    }
+    friend bool operator==(const Iterator&, const Iterator&) = default;
+
+   private:
+    const Pages* pages_;
+    std::size_t index_;
+  };
+  Iterator begin() const { return {*this, 0}; }
+  Iterator end() const { return {*this, Count()}; }
+
+  // A page as it is.
+  void add(PagePtr page);
+  // A page of a run, whose shapes follow from its texts and controls: packed when the document is long.
+  void keep(PagePtr page);
+  void clear();
 
  private:
-  std::deque<PagePtr> pages_;
+  std::deque<PagePtr> ready_;
+  std::deque<std::shared_ptr<const PackedPage>> packed_;
+  mutable std::deque<std::pair<std::size_t, PagePtr>> unpacked_;  // those read last
 };
 
 }  // namespace dorvo::engine

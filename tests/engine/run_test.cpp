@@ -609,6 +609,65 @@ TEST(RunLoop, PagesGoToTheSinkAsTheyAreCompleted) {
   EXPECT_EQ(report->Pages().Count(), 0u);
 }
 
+// Of a long document the later pages are kept packed; who reads them sees no difference.
+TEST(RunLoop, PagesOfALongDocumentReadAsTheyWereMade) {
+  const std::string layout = R"(<Layout name="Long">
+    <Section kind="PageHeader" name="PH" height="250"><Label name="head" text="Register of bills" width="2000"
+      height="240"/><Line name="rule" top="245" x2="2000" y2="245"/></Section>
+    <Section kind="Detail" name="Detail" height="600">
+      <Field name="srno" column="n" width="300" height="240" align="right"/>
+      <Field name="name" column="t" left="300" width="300" height="240" shrink="true"/>
+      <Field name="cut" column="t" left="600" width="200" height="240" wrap="false"/>
+      <Field name="grown" left="900" width="300" height="100" grow="true"/>
+      <Field name="empty" left="1300" width="300" height="100"/></Section></Layout>)";
+  const Rows many(300);
+  const auto arrange = [](Trial& report) {
+    report.on("Detail_Format", [&report] { report.field("grown").Text("one two " + report.field("srno").Text()); });
+  };
+  const auto kept = many.report(layout, 300);
+  arrange(*kept);
+  kept->run();
+  std::vector<engine::PagePtr> made;
+  const auto passed_on = many.report(layout, 300);
+  arrange(*passed_on);
+  passed_on->sink([&](const engine::PagePtr& page) { made.push_back(page); });
+  passed_on->run();
+
+  ASSERT_GT(made.size(), engine::Pages::kReady + 2 * engine::Pages::kUnpacked);
+  ASSERT_EQ(kept->Pages().Count(), made.size());
+  std::size_t index = 0;
+  for (const engine::PagePtr& page : kept->Pages()) {
+    const engine::Page& other = *made[index++];
+    EXPECT_EQ(page->number, other.number);
+    EXPECT_EQ(page->layouts.size(), other.layouts.size());
+    EXPECT_NE(page->fixed_key, 0u);
+    ASSERT_EQ(shown(*page), shown(other));
+    for (std::size_t i = 0; i < other.items.size(); ++i) {
+      const engine::PageItem& one = page->items[i];
+      const engine::PageItem& two = other.items[i];
+      EXPECT_EQ(one.left, two.left);
+      EXPECT_EQ(one.width, two.width);
+      EXPECT_EQ(one.height, two.height);
+      EXPECT_EQ(one.half_points, two.half_points);
+      EXPECT_EQ(one.clipped, two.clipped);
+      EXPECT_EQ(one.fixed, two.fixed);
+      EXPECT_EQ(one.section->name, two.section->name);
+      ASSERT_EQ(one.shaped == nullptr, two.shaped == nullptr);
+      if (!one.shaped) continue;
+      EXPECT_EQ(one.shaped->lines.size(), two.shaped->lines.size()) << one.name();
+    }
+  }
+
+  // A page that is held stays as it is, whatever is read after it; a copy reads the same after the next run.
+  const engine::PagePtr held = kept->Pages().at(40);
+  const engine::Pages copy = kept->Pages();
+  const std::string before = shown(*held);
+  for (std::size_t i = made.size(); i-- > 0;) EXPECT_EQ(kept->Pages()[i].number, static_cast<int>(i) + 1);
+  kept->run();
+  EXPECT_EQ(shown(*held), before);
+  EXPECT_EQ(shown(copy[40]), before);
+}
+
 TEST(RunLoop, TheFixedLayerOfLikePagesHasOneKey) {
   const auto report = table().report(R"(<Layout name="A"><Section kind="Detail" name="Detail" height="1000">
       <Label name="cap" text="Name" width="900" height="240"/><Shape name="s" top="300" width="10" height="10"/>
