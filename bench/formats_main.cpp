@@ -12,12 +12,14 @@
 #include <string>
 #include <vector>
 
+#include "export/html_filter.h"
 #include "export/page_dump.h"
 #include "export/pdf_filter.h"
 #include "export/png_filter.h"
 #include "export/rtf_filter.h"
 #include "export/text_filter.h"
 #include "export/tiff_filter.h"
+#include "export/xls_filter.h"
 #include "tests/export/sample_pages.h"
 
 namespace dorvo::bench {
@@ -32,15 +34,29 @@ FilterPtr made(const std::string& file) {
   return filter;
 }
 
+FilterPtr html(const std::string& folder, int version) {
+  auto filter = std::make_unique<export_::HtmlFilter>();
+  filter->FileNamePrefix = "out";
+  filter->HTMLOutputPath = filter->ImagesOutputPath = folder;
+  filter->HTMLVersion = version;
+  return filter;
+}
+
 struct Format {
   const char* name;
-  FilterPtr (*make)(const std::string& file);
-  int register_pages;  // fewer where a file a page is written
+  FilterPtr (*make)(const std::string& folder);
+  int register_pages;  // fewer where pages are for looking at, a file each
 };
 constexpr Format kFormats[] = {
-    {"pdf", made<export_::PdfFilter>, 2000}, {"tif", made<export_::TiffFilter>, 2000},
-    {"rtf", made<export_::RtfFilter>, 2000}, {"txt", made<export_::TextFilter>, 2000},
-    {"json", made<export_::PageDump>, 2000}, {"png", made<export_::PngFilter>, 20},
+    {"pdf", [](const std::string& folder) { return made<export_::PdfFilter>(folder + "/out.pdf"); }, 2000},
+    {"tif", [](const std::string& folder) { return made<export_::TiffFilter>(folder + "/out.tif"); }, 2000},
+    {"rtf", [](const std::string& folder) { return made<export_::RtfFilter>(folder + "/out.rtf"); }, 2000},
+    {"html3", [](const std::string& folder) { return html(folder, 0); }, 2000},
+    {"html", [](const std::string& folder) { return html(folder, 1); }, 2000},
+    {"xls", [](const std::string& folder) { return made<export_::XlsFilter>(folder + "/out.xls"); }, 1000},
+    {"txt", [](const std::string& folder) { return made<export_::TextFilter>(folder + "/out.txt"); }, 2000},
+    {"json", [](const std::string& folder) { return made<export_::PageDump>(folder + "/out.json"); }, 2000},
+    {"png", [](const std::string& folder) { return made<export_::PngFilter>(folder + "/out.png"); }, 20},
 };
 
 double peak_megabytes() {
@@ -61,7 +77,7 @@ void measure(const Format& format, const char* sample, int pages,
              const std::function<engine::PagePtr(int number)>& page) {
   const auto folder = std::filesystem::temp_directory_path() / ("dorvo-formats-" + std::to_string(getpid()));
   std::filesystem::create_directories(folder);
-  const FilterPtr filter = format.make((folder / (std::string("out.") + format.name)).string());
+  const FilterPtr filter = format.make(folder.string());
   double milliseconds = 0;
   const auto timed = [&](auto&& call) {
     const std::clock_t start = std::clock();
