@@ -11,6 +11,14 @@
 #include "bench/register.h"
 #include "export/pdf_filter.h"
 
+namespace {
+
+double seconds(const timeval& time) {
+  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+}
+
+}  // namespace
+
 int main(int count, char** arguments) {
   using namespace dorvo;
   const int rows = count > 1 ? std::atoi(arguments[1]) : 100000;
@@ -33,11 +41,13 @@ int main(int count, char** arguments) {
   });
   report->run();
   filter.end();
-  const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  const double wall = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   rusage usage = {};
   getrusage(RUSAGE_SELF, &usage);
+  const double processor = seconds(usage.ru_utime) + seconds(usage.ru_stime);
   const auto bytes = static_cast<double>(std::filesystem::file_size(filter.FileName));
-  std::printf("%7d rows  %5d pages  %6.2f s  %6.2f us a row  %7.2f MB of PDF  %5.2f KB a page  %6.1f MB peak\n", rows,
-              pages, seconds, seconds * 1e6 / rows, bytes / 1e6, bytes / 1024 / pages,
-              static_cast<double>(usage.ru_maxrss) / 1024);
+  std::printf(
+      "%7d rows %5d pages  wall %5.2f s  processor %5.2f s, %5.2f us a row  %6.2f MB, %4.2f KB a page  %5.1f MB peak\n",
+      rows, pages, wall, processor, processor * 1e6 / rows, bytes / 1e6, bytes / 1024 / pages,
+      static_cast<double>(usage.ru_maxrss) / 1024);
 }

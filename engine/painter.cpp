@@ -26,6 +26,11 @@ void paint_line(const LinePlace& place, const PageItem& item, Painter& painter) 
   painter.rule(place.x, y, x, y, twips_of(kUnderlineWeight, item.half_points), LineStyle::Solid, style.color);
 }
 
+// Of a text that is cut at its box, a line that would show no more than the tips of its letters is left out.
+bool shows(const LinePlace& place, const LinePlace& first, const PageItem& item) {
+  return !item.clipped || place.line == first.line || place.baseline <= item.top + item.height;
+}
+
 void paint_text(const PageItem& item, Painter& painter, std::vector<LinePlace>& places) {
   const ControlLayout& control = *item.control;
   if (control.border) painter.box(box_of(item), false, control.fill, control.weight, control.line_style, control.color);
@@ -33,7 +38,8 @@ void paint_text(const PageItem& item, Painter& painter, std::vector<LinePlace>& 
   places.clear();
   place_lines(item, places);
   if (item.clipped) painter.clip(box_of(item));
-  for (const LinePlace& place : places) paint_line(place, item, painter);
+  for (const LinePlace& place : places)
+    if (shows(place, places.front(), item)) paint_line(place, item, painter);
   if (item.clipped) painter.unclip();
 }
 

@@ -250,6 +250,16 @@ TEST_F(Pdf, AClippedTextEndsAtItsBox) {
   EXPECT_GT(below, 20);
 }
 
+TEST_F(Pdf, OfATextThatIsTooTallWholeLinesShow) {
+  PageBuilder page;
+  page.text("first\r\nsecond\r\nthird", 1000, 1000, 5000, 500).clipped = true;  // two lines of 230 twips
+  page.text("tall", 1000, 3000, 5000, 100).clipped = true;                      // the first one always does
+  pages.add(page.page());
+  filter.Export(pages);
+  EXPECT_EQ(lines_of(output_of("pdftotext " + filter.FileName + " -")),
+            (std::vector<std::string>{"first", "second", "tall"}));
+}
+
 TEST_F(Pdf, AFullDiskLeavesNothing) {
   int row = 0;
   for (int n = 1; n <= 60; ++n) pages.add(register_page(n, row));
