@@ -1,95 +1,106 @@
 #include "filing.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
-#include <filesystem>
+#include <algorithm>
+#include <cmath>
 
 #include "data/connection.h"
 #include "frame/settings.h"
+#include "frame/slots.h"
 #include "layouts/layouts.h"
 #include "practice/practice_file.h"
 #include "returns/form_201.h"
+#include "value/text.h"
 
 namespace dorvo::returns {
 namespace {
 
 constexpr int kKey = 41;
 
-practice::Row named(std::string_view table, std::string_view id, std::string_view column, std::string_view text) {
-  practice::Row row(table);
-  row.set(id, 1).set(column, text);
-  return row;
+std::vector<std::string> split(std::string_view text, std::string_view mark) {
+  std::vector<std::string> parts;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find(mark), text.size());
+    if (end > 0) parts.emplace_back(text.substr(0, end));
+    text.remove_prefix(std::min(end + mark.size(), text.size()));
+  }
+  return parts;
 }
 
-std::string fresh_file() {
-  static int count = 0;
-  return testing::TempDir() + "filing-" + std::to_string(getpid()) + "-" + std::to_string(++count) + ".db";
+value::Variant value_of(const std::string& text) {
+  if (text == "NULL") return {};
+  if (text == "true" || text == "false") return text == "true";
+  const double number = value::Val(text);
+  if (value::number_text(number) != text) return text;
+  if (number == std::floor(number)) return static_cast<std::int64_t>(number);
+  return number;
+}
+
+std::pair<std::string, std::string> named(const std::string& entry) {
+  const std::size_t mark = std::min(entry.find('='), entry.size() - 1);
+  return {entry.substr(0, mark), entry.substr(mark + 1)};
+}
+
+bool has(const practice::Row& row, std::string_view column) {
+  return std::ranges::any_of(row.table().columns, [&](const auto& each) { return each.name == column; });
 }
 
 }  // namespace
 
-Filing::Filing() {
+Filing::Filing(std::string_view entries) {
   customer_.set("CustomerID", 7).set("CustomerCode", 7).set("YearID", 1).set("Name", "ABC Traders");
-  customer_.set("ConstitutionID", 1).set("SignatureID", 1).set("STOID", 1);
+  customer_.set("SignatureID", 1).set("STOID", 1);
   master_.set("CMasterID", kKey).set("CustomerCode", 7).set("YearID", 1).set("ReturnType", "Original");
-  period(value::Date{2005, 4, 1, 0}, value::Date{2005, 4, 30, 0});
+  master_.set("FromDate", "2005-04-01").set("ToDate", "2005-04-30");
+  for (const std::string& entry : split(entries, "; ")) enter(entry);
+  static int count = 0;
+  file_ = testing::TempDir() + "filing-" + std::to_string(getpid()) + "-" + std::to_string(++count) + ".db";
+  write();
 }
 
-Filing& Filing::dealer(std::string_view column, value::Variant held) {
-  customer_.set(column, std::move(held));
-  return *this;
-}
-
-Filing& Filing::set(std::string_view column, value::Variant held) {
-  master_.set(column, std::move(held));
-  return *this;
-}
-
-Filing& Filing::set(const Columns& columns) {
-  for (const auto& [column, held] : columns) set(column, held);
-  return *this;
-}
-
-Filing& Filing::period(value::Variant from, value::Variant to) {
-  return set("FromDate", std::move(from)).set("ToDate", std::move(to));
-}
-
-Filing& Filing::line(std::string_view entry, std::string_view sub_entry, value::Variant rate, const Columns& columns) {
-  practice::Row& row = lines_.emplace_back("CDetail");
-  row.set("CMasterID", kKey).set("EntryType", entry).set("SubEntryType", sub_entry).set("VATPercentage", rate);
-  for (const auto& [column, held] : columns) row.set(column, held);
-  return *this;
-}
-
-Filing& Filing::sale(double rate, double net, double tax, std::string_view sub_entry) {
-  return line("SALESTAXABLE", sub_entry, rate, {{"NetSalesAmount", net}, {"VATTaxAmount", tax}});
-}
-
-Filing& Filing::purchase(double rate, double net, double tax, double set_off, std::string_view sub_entry) {
-  return line("PURCHASERD", sub_entry, rate, {{"NetPurchaseAmount", net}, {"VATTaxAmount", tax}, {"Setoff", set_off}});
-}
-
-Filing& Filing::spoil(std::string_view column, value::Variant held) {
-  lines_.back().set(column, std::move(held));
-  return *this;
-}
-
-void Filing::open() {
-  if (file_.empty()) {
-    file_ = fresh_file();
-    practice::PracticeFile practice(file_);
-    practice.insert(practice::Row("YearMaster").set("YearID", 1).set("YearFrom", 2005).set("YearTo", 2006));
-    practice.insert(named("Constitution", "ConstitutionID", "Constitution", "Proprietor"));
-    practice.insert(named("signature", "SignatureID", "Signature", "Proprietor"));
-    practice.insert(named("STO", "STOID", "ChargeNo", "C-101"));
-    practice::Row bank("BAnk");
-    practice.insert(
-        bank.set("ID", 1).set("YearID", 1).set("CustomerCode", 7).set("BankName", "Dena Bank").set("Branch", "Fort"));
-    practice.insert(customer_);
-    practice.insert(master_);
-    for (const practice::Row& row : lines_) practice.insert(row);
-    practice.commit();
+void Filing::enter(std::string_view entry) {
+  const std::vector<std::string> words = split(entry, " ");
+  if (words[0] == "sale") return add_line("SALESTAXABLE", words, 3, "NetSalesAmount");
+  if (words[0] == "buy") return add_line("PURCHASERD", words, 4, "NetPurchaseAmount");
+  if (words[0] == "line") {
+    lines_.emplace_back("CDetail").set("CMasterID", kKey).set("EntryType", words[1]);
+    lines_.back().set("SubEntryType", words[2]).set("VATPercentage", value_of(words[3]));
+    return;
   }
+  const bool also = words[0] == "also";
+  const auto [column, text] = named(std::string(entry.substr(also ? 5 : 0)));
+  practice::Row& row = also ? lines_.back() : has(master_, column) ? master_ : customer_;
+  row.set(column, value_of(text));
+}
+
+void Filing::add_line(std::string_view entry_type, const std::vector<std::string>& words, std::size_t amounts,
+                      std::string_view net_column) {
+  practice::Row& row = lines_.emplace_back("CDetail");
+  row.set("CMasterID", kKey).set("EntryType", entry_type).set("VATPercentage", value_of(words[1]));
+  row.set(net_column, value_of(words[2])).set("VATTaxAmount", value_of(words[3]));
+  if (amounts == 4) row.set("Setoff", value_of(words[4]));
+  row.set("SubEntryType", words.size() > amounts + 1 ? words.back() : "BASIC");
+}
+
+void Filing::write() const {
+  using practice::Row;
+  practice::PracticeFile practice(file_);
+  practice.insert(Row("YearMaster").set("YearID", 1).set("YearFrom", 2005).set("YearTo", 2006));
+  practice.insert(Row("signature").set("SignatureID", 1).set("Signature", "Proprietor"));
+  practice.insert(Row("STO").set("STOID", 1).set("ChargeNo", "C-101"));
+  Row bank("BAnk");
+  bank.set("ID", 1).set("YearID", 1).set("CustomerCode", 7).set("BankName", "Dena Bank").set("Branch", "Fort");
+  practice.insert(bank);
+  practice.insert(customer_);
+  practice.insert(master_);
+  for (const Row& row : lines_) practice.insert(row);
+  practice.commit();
+}
+
+void Filing::open() const {
+  frame::basMain() = frame::Settings();
   frame::basMain().ConnectionString = file_;
   frame::basMain().myConn = data::Connection::open(file_);
 }
@@ -101,14 +112,13 @@ const std::vector<std::string>& six_forms() {
 }
 
 std::unique_ptr<frame::Report> make(std::string_view form) {
+  using frame::make_report;
+  static const std::vector<frame::ReportClass> classes = {
+      {"Form201", make_report<Form201>},       {"Form202", make_report<Form202>},
+      {"Form203", make_report<Form203>},       {"Form201132", make_report<Form201132>},
+      {"Form202132", make_report<Form202132>}, {"Form203132", make_report<Form203132>}};
   layouts::embed();
-  std::unique_ptr<frame::Report> report;
-  if (form == "Form201") report = std::make_unique<Form201>();
-  if (form == "Form202") report = std::make_unique<Form202>();
-  if (form == "Form203") report = std::make_unique<Form203>();
-  if (form == "Form201132") report = std::make_unique<Form201132>();
-  if (form == "Form202132") report = std::make_unique<Form202132>();
-  if (form == "Form203132") report = std::make_unique<Form203132>();
+  auto report = std::ranges::find(classes, form, &frame::ReportClass::name)->make();
   report->PropCMasterID(kKey);
   return report;
 }
@@ -121,16 +131,22 @@ std::unique_ptr<frame::Report> print(std::string_view form) {
 
 std::string seen(const frame::Report& report, std::string_view control) {
   const engine::Control& found = report.control(control);
-  if (!found.Visible()) return kHidden;
-  if (auto* field = dynamic_cast<const engine::Field*>(&found)) return field->Text();
-  return report.control_as<engine::Label>(control).Caption();
+  if (!found.Visible()) return "(hidden)";
+  if (found.layout().kind == engine::ControlKind::Label) return report.control_as<engine::Label>(control).Caption();
+  return report.control_as<engine::Field>(control).Text();
 }
 
-FreshSettings::FreshSettings() {
-  frame::basMain() = frame::Settings();
-}
-FreshSettings::~FreshSettings() {
-  frame::basMain() = frame::Settings();
+void expect(const std::vector<Case>& cases, const std::vector<std::string>& forms) {
+  for (const Case& each : cases) {
+    Filing(each.entries).open();
+    for (const std::string& form : forms) {
+      const auto report = print(form);
+      for (const std::string& box : split(each.boxes, "; ")) {
+        const auto [name, text] = named(box);
+        EXPECT_EQ(seen(*report, name), text) << each.what << ", " << form << ", " << name;
+      }
+    }
+  }
 }
 
 }  // namespace dorvo::returns

@@ -4,7 +4,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "frame/report.h"
@@ -12,27 +11,27 @@
 
 namespace dorvo::returns {
 
-using Columns = std::vector<std::pair<std::string_view, value::Variant>>;
-
-// A dealer "ABC Traders" with no numbers and a return of April 2005 with no figures; a test adds to it.
+// A dealer "ABC Traders" with no numbers and a return of April 2005 with no figures, and what a test enters. Entries
+// stand one behind another, parted by "; ":
+//   sale RATE NET TAX [KIND]             a line of local sales
+//   buy RATE NET TAX SETOFF [KIND]       a line of purchases from a registered dealer
+//   line CLASS KIND RATE                 any other line
+//   also COLUMN=VALUE                    a column of the last line
+//   COLUMN=VALUE                         a column of the return, or of the dealer when the return has none of that name
+// KIND is BASIC when it is left out. NULL, true and false are what they say; dates are year-month-day.
 class Filing {
  public:
-  Filing();
+  explicit Filing(std::string_view entries);
 
-  Filing& dealer(std::string_view column, value::Variant held);
-  Filing& set(std::string_view column, value::Variant held);
-  Filing& set(const Columns& columns);
-  Filing& period(value::Variant from, value::Variant to);
-  Filing& line(std::string_view entry, std::string_view sub_entry, value::Variant rate, const Columns& columns);
-  Filing& sale(double rate, double net, double tax, std::string_view sub_entry = "BASIC");
-  Filing& purchase(double rate, double net, double tax, double set_off, std::string_view sub_entry = "BASIC");
-  // The last line's column.
-  Filing& spoil(std::string_view column, value::Variant held);
-
-  // Writes the practice, once, and points the shared settings at it.
-  void open();
+  // Points the shared settings at it; they are those of the library's start otherwise.
+  void open() const;
 
  private:
+  void enter(std::string_view entry);
+  void add_line(std::string_view entry_type, const std::vector<std::string>& words, std::size_t amounts,
+                std::string_view net_column);
+  void write() const;
+
   practice::Row customer_{"Customer"};
   practice::Row master_{"CMaster"};
   std::vector<practice::Row> lines_;
@@ -41,19 +40,19 @@ class Filing {
 
 const std::vector<std::string>& six_forms();
 
-// A new report object of that name, whose key is the return.
+// A new report object of that name, whose key is the return; the same after its run.
 std::unique_ptr<frame::Report> make(std::string_view form);
-// The same after its run.
 std::unique_ptr<frame::Report> print(std::string_view form);
 
-// What stands on paper in a box or label: its text, or kHidden.
-inline constexpr const char* kHidden = "<hidden>";
+// What stands on paper in a box or label: its text, or "(hidden)".
 std::string seen(const frame::Report& report, std::string_view control);
 
-// The shared settings as they are when the library starts, at the end of each test.
-struct FreshSettings {
-  FreshSettings();
-  ~FreshSettings();
+// What is entered, and what the named boxes of each form must show: "box=text; box=text".
+struct Case {
+  const char* what;
+  std::string entries;
+  std::string boxes;
 };
+void expect(const std::vector<Case>& cases, const std::vector<std::string>& forms = six_forms());
 
 }  // namespace dorvo::returns
