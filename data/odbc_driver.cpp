@@ -126,7 +126,7 @@ class OdbcSession : public Session {
     const SQLRETURN asked = SQLGetConnectAttr(login_->handle().get(), SQL_ATTR_CONNECTION_DEAD, &state, 0, nullptr);
     if (succeeded(asked) && state == SQL_CD_TRUE) return false;
     const OdbcHandle statement(SQL_HANDLE_STMT, login_->handle().get());
-    SQLSetStmtAttr(statement.get(), SQL_ATTR_QUERY_TIMEOUT, number(kAliveSeconds), 0);
+    limit(statement, kAliveSeconds);
     return succeeded(execute(statement, "SELECT 1", dialect_));
   }
 
@@ -147,11 +147,15 @@ class OdbcSession : public Session {
     if (result != SQL_NO_DATA && !succeeded(result)) cannot_connect(problem_of(statement).message);
   }
 
+  // PostgreSQL was told at the opening; its driver would send two more statements with every query.
+  void limit(const OdbcHandle& statement, SQLULEN seconds) const {
+    if (dialect_ != Dialect::PostgreSql) SQLSetStmtAttr(statement.get(), SQL_ATTR_QUERY_TIMEOUT, number(seconds), 0);
+  }
+
   // Nothing when a bound value turned out wider than its column says it is.
   std::unique_ptr<Table> run(const std::string& select, bool bind) {
     const OdbcHandle statement(SQL_HANDLE_STMT, login_->handle().get());
-    // Not every driver counts the time itself; PostgreSQL and the locks of SQL Server are told when the session opens.
-    SQLSetStmtAttr(statement.get(), SQL_ATTR_QUERY_TIMEOUT, number(static_cast<SQLULEN>(limits_.query.count())), 0);
+    limit(statement, static_cast<SQLULEN>(limits_.query.count()));
     if (!succeeded(execute(statement, select, dialect_))) fail(problem_of(statement));
     try {
       return read_rows(statement, dialect_, bind);

@@ -100,8 +100,11 @@ Column described(const OdbcHandle& statement, SQLUSMALLINT number, Dialect diale
     return column;
   }
   column.width = text_width(sql, size);
-  // PostgreSQL's driver hands flags over as texts unless it is told otherwise.
-  if (dialect == Dialect::PostgreSql && type_name(statement, number) == "bool") column.type = ColumnType::Bool;
+  // PostgreSQL's driver hands flags over as texts of this width unless it is told otherwise. Only then is it asked for
+  // the name of the type, which costs it a query of its own.
+  constexpr SQLULEN kWidthOfFlags = 5;
+  if (dialect == Dialect::PostgreSql && size == kWidthOfFlags && type_name(statement, number) == "bool")
+    column.type = ColumnType::Bool;
   return column;
 }
 

@@ -213,6 +213,25 @@ TEST_P(DriverTest, OneConnectionServesManyRecordsets) {
   EXPECT_EQ(outer.Fields("a"), Variant(1));
 }
 
+// An ODBC text that leaves the driver's own settings alone: flags come as texts.
+TEST(PostgresOverOdbc, FlagsAreFlagsWhateverTheDriverMakesOfThem) {
+  const PostgresServer& server = PostgresServer::shared();
+  server.run(
+      "DROP TABLE IF EXISTS dbo.flags; CREATE TABLE dbo.flags (k INT, f BOOLEAN, five VARCHAR(5));"
+      "INSERT INTO dbo.flags VALUES (1, TRUE, '1'), (2, FALSE, 'true'), (3, NULL, NULL)");
+  Recordset flags;
+  flags.Open("select * from dbo.flags order by k",
+             Connection::open("Driver={PostgreSQL Unicode};Server=127.0.0.1;Port=" + std::to_string(server.port()) +
+                              ";Database=practice;UID=owner;PWD=owner"));
+  EXPECT_EQ(flags.Fields("f"), Variant(true));
+  EXPECT_EQ(flags.Fields("five"), Variant("1"));
+  flags.MoveNext();
+  EXPECT_EQ(flags.Fields("f"), Variant(false));
+  EXPECT_EQ(flags.Fields("five"), Variant("true"));
+  flags.MoveNext();
+  EXPECT_TRUE(flags.Fields("f").is_null());
+}
+
 INSTANTIATE_TEST_SUITE_P(, DriverTest,
                          testing::Values(Backend{"Sqlite", [] { return std::make_unique<SqliteFile>(); }},
                                          Backend{"PostgresOverOdbc", [] { return std::make_unique<Postgres>(); }},
