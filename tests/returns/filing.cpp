@@ -111,6 +111,11 @@ const std::vector<std::string>& six_forms() {
   return names;
 }
 
+const std::vector<std::string>& plain_and_twin() {
+  static const std::vector<std::string> names = {"Form201", "Form203132"};
+  return names;
+}
+
 std::unique_ptr<frame::Report> make(std::string_view form) {
   using frame::make_report;
   static const std::vector<frame::ReportClass> classes = {
