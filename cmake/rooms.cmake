@@ -10,7 +10,8 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 option(DORVO_BENCH "build the benchmarks" OFF)
 option(DORVO_FUZZ "build the fuzz targets (clang)" OFF)
-option(DORVO_PREVIEW "build the preview windows (Qt 6)" OFF)
+find_package(Qt6 QUIET COMPONENTS Widgets Test)
+option(DORVO_PREVIEW "build the preview windows (Qt 6)" ${Qt6_FOUND})
 set(DORVO_SANITIZE "" CACHE STRING "sanitizers for every target, as -fsanitize takes them")
 
 find_package(PkgConfig REQUIRED)
