@@ -90,22 +90,28 @@ class LayoutFile {
     return name.empty() ? node.name() : std::string(node.name()) + " " + name;
   }
 
+  // An element as its attributes are told of in messages.
+  struct Element {
+    Place place;
+    std::string title;
+  };
+  Element element(const pugi::xml_node& node) const { return {place_of(node), title_of(node)}; }
+
   template <class Target>
-  void read_attribute(const pugi::xml_node& node, const pugi::xml_attribute& attribute,
-                      std::span<const AttributeRule<Target>> rules, Target& target) const {
-    const Place where = place_of(node);
-    const std::string title = title_of(node);
+  static void read_attribute(const Element& element, const pugi::xml_attribute& attribute,
+                             std::span<const AttributeRule<Target>> rules, Target& target) {
     const AttributeRule<Target>* rule = find_rule(rules, attribute.name());
-    if (rule) return rule->set(target, {where, title, attribute.name(), attribute.value()});
+    if (rule) return rule->set(target, {element.place, element.title, attribute.name(), attribute.value()});
     std::string known;
     for (const AttributeRule<Target>& each : rules) known.append(known.empty() ? "" : ", ").append(each.name);
-    bad_layout(where, title + ": unknown attribute " + attribute.name() + ", expected one of " + known);
+    bad_layout(element.place, element.title + ": unknown attribute " + attribute.name() + ", expected one of " + known);
   }
 
   template <class Target>
   void read_attributes(const pugi::xml_node& node, std::span<const AttributeRule<Target>> rules, Target& target) const {
     check_twice(node);
-    for (const pugi::xml_attribute attribute : node.attributes()) read_attribute(node, attribute, rules, target);
+    const Element written = element(node);
+    for (const pugi::xml_attribute attribute : node.attributes()) read_attribute(written, attribute, rules, target);
   }
 
   void check_twice(const pugi::xml_node& node) const {
@@ -158,6 +164,9 @@ class LayoutFile {
     read_attributes(node, section_attributes(), *section);
     if (!section->kind_written) bad_layout(section->place, title_of(node) + ": the attribute kind is missing");
     change_base(node, *section);
+    const auto children = node.children();
+    section->controls.reserve(section->controls.size() +
+                              static_cast<std::size_t>(std::distance(children.begin(), children.end())));
     for (const pugi::xml_node child : node.children()) {
       if (!is_change(child)) apply_control(child, *section);
     }
@@ -286,14 +295,15 @@ class LayoutFile {
   void read_control(const pugi::xml_node& node, ControlDraft& control) const {
     check_twice(node);
     const auto rules = control_attributes(control.layout.kind);
+    const Element written = element(node);
     for (const pugi::xml_attribute attribute : node.attributes()) {
       const bool own = find_rule(rules, attribute.name()) != nullptr;
       if (!own && takes_style(control.layout.kind) && find_rule(style_attributes(), attribute.name())) {
         Style tried;
-        read_attribute(node, attribute, style_attributes(), tried);
+        read_attribute(written, attribute, style_attributes(), tried);
         control.exceptions.insert_or_assign(attribute.name(), attribute.value());
       } else {
-        read_attribute(node, attribute, rules, control);
+        read_attribute(written, attribute, rules, control);
       }
     }
   }
