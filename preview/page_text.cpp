@@ -62,15 +62,15 @@ std::vector<Match> matches_on(const engine::Page& page, std::size_t index, const
   return matches;
 }
 
-std::optional<Match> find_text(const std::vector<engine::PagePtr>& pages, const QString& sought, std::size_t page,
+std::optional<Match> find_text(const engine::Pages& pages, const QString& sought, std::size_t page,
                                const std::optional<Match>& from, Direction direction) {
   const bool forward = direction == Direction::Forward;
-  const std::size_t count = pages.size();
+  const std::size_t count = pages.Count();
   if (from) page = from->page;
   // The page of the last match counts at both ends: what lies behind it first, what lies before it last.
   for (std::size_t step = 0; step <= count && count > 0; ++step) {
     const std::size_t index = forward ? (page + step) % count : (page + count - step % count) % count;
-    const std::vector<Match> matches = matches_on(*pages[index], index, sought);
+    const std::vector<Match> matches = matches_on(*pages.at(index), index, sought);
     if (matches.empty()) continue;
     if (!from || step > 0) return forward ? matches.front() : matches.back();
     if (forward && from->place + 1 < matches.size()) return matches[from->place + 1];

@@ -23,7 +23,7 @@ std::vector<Match> matches_on(const engine::Page& page, std::size_t index, const
 enum class Direction { Forward, Backward };
 
 // The next match from `from` on, going round at the end; from a page's start when there is no match to go on from.
-std::optional<Match> find_text(const std::vector<engine::PagePtr>& pages, const QString& sought, std::size_t page,
+std::optional<Match> find_text(const engine::Pages& pages, const QString& sought, std::size_t page,
                                const std::optional<Match>& from, Direction direction);
 
 // The page's texts as lines, as they would be read.

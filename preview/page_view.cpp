@@ -40,8 +40,10 @@ PageView::PageView(QWidget* parent) : QAbstractScrollArea(parent), pictures_(kPi
   viewport()->setAutoFillBackground(false);
 }
 
-void PageView::set_pages(std::vector<engine::PagePtr> pages) {
+void PageView::set_pages(engine::Pages pages) {
   pages_ = std::move(pages);
+  sizes_.clear();
+  for (const engine::PagePtr& page : pages_) sizes_.emplace_back(page->width, page->height);
   pictures_.clear();
   lay_out();
   go_to(0);
@@ -70,11 +72,11 @@ void PageView::set_fit(Fit fit) {
 }
 
 double PageView::fitting_zoom() const {
-  if (pages_.empty()) return zoom_;
-  const engine::Page& page = *pages_[current_page()];
+  if (sizes_.empty()) return zoom_;
+  const QSize page = sizes_[current_page()];
   const double inch = logicalDpiX() / kTwipsPerInch;
-  const double wide = (viewport()->width() - kGap * (columns_ + 1)) / (page.width * inch * columns_);
-  const double high = (viewport()->height() - 2 * kGap) / (page.height * inch);
+  const double wide = (viewport()->width() - kGap * (columns_ + 1)) / (page.width() * inch * columns_);
+  const double high = (viewport()->height() - 2 * kGap) / (page.height() * inch);
   return std::clamp(fit_ == Fit::PageWidth ? wide : std::min(wide, high), kLeastZoom, kMostZoom);
 }
 
@@ -96,13 +98,13 @@ void PageView::lay_out() {
   row_ends_.clear();
   int width = 0;
   int y = kGap;
-  for (std::size_t first = 0; first < pages_.size(); first += per_row) {
-    const std::size_t end = std::min(pages_.size(), first + per_row);
+  for (std::size_t first = 0; first < sizes_.size(); first += per_row) {
+    const std::size_t end = std::min(sizes_.size(), first + per_row);
     int x = kGap;
     int height = 0;
     for (std::size_t i = first; i < end; ++i) {
-      const QSize size(static_cast<int>(std::lround(pages_[i]->width * scale)),
-                       static_cast<int>(std::lround(pages_[i]->height * scale)));
+      const QSize size(static_cast<int>(std::lround(sizes_[i].width() * scale)),
+                       static_cast<int>(std::lround(sizes_[i].height() * scale)));
       places_.emplace_back(QPoint(x, y), size);
       x += size.width() + kGap;
       height = std::max(height, size.height());
@@ -136,7 +138,7 @@ QPoint PageView::origin() const {
 
 // Of the row in the middle of the view; at either end of the scrolling, of the row there.
 std::size_t PageView::page_in_view() const {
-  if (pages_.empty()) return 0;
+  if (sizes_.empty()) return 0;
   const QScrollBar& bar = *verticalScrollBar();
   if (bar.value() == bar.minimum()) return 0;
   if (bar.value() == bar.maximum()) return (row_ends_.size() - 1) * row_size();
@@ -170,7 +172,7 @@ void PageView::show_match(const Match& match) {
 const QImage& PageView::picture(std::size_t page) {
   if (const QImage* kept = pictures_.object(page)) return *kept;
   const double ratio = devicePixelRatioF();
-  auto* image = new QImage(drawn_page(*pages_[page], zoom_ * logicalDpiX() * ratio));
+  auto* image = new QImage(drawn_page(*pages_.at(page), zoom_ * logicalDpiX() * ratio));
   image->setDevicePixelRatio(ratio);
   ++drawn_;
   const auto kib = static_cast<int>(image->sizeInBytes() / 1024);
@@ -183,7 +185,7 @@ void PageView::paint_page(QPainter& painter, std::size_t page, const QPoint& ori
   painter.fillRect(place.translated(3, 3), QColor(0x50, 0x50, 0x50));
   painter.drawImage(place.topLeft(), picture(page));
   const double scale = dots_per_twip();
-  for (const Match& match : matches_on(*pages_[page], page, sought_)) {
+  for (const Match& match : matches_on(*pages_.at(page), page, sought_)) {
     const bool current = current_match_ && current_match_->page == page && current_match_->place == match.place;
     const QRectF box(match.box.topLeft() * scale + place.topLeft(), match.box.size() * scale);
     painter.fillRect(box, current ? kCurrentMark : kMark);
@@ -193,7 +195,7 @@ void PageView::paint_page(QPainter& painter, std::size_t page, const QPoint& ori
 void PageView::paintEvent(QPaintEvent*) {
   QPainter painter(viewport());
   painter.fillRect(viewport()->rect(), kGround);
-  if (pages_.empty()) return;
+  if (sizes_.empty()) return;
   const QPoint from = origin();
   const std::size_t last = first_row_below(viewport()->height() - from.y());
   for (std::size_t row = first_row_below(-from.y()); row <= last && row < row_ends_.size(); ++row) {
@@ -231,7 +233,7 @@ void PageView::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Home:
       return go_to(0);
     case Qt::Key_End:
-      return go_to(pages_.empty() ? 0 : pages_.size() - 1);
+      return go_to(sizes_.empty() ? 0 : sizes_.size() - 1);
     case Qt::Key_Space:
       return verticalScrollBar()->triggerAction(event->modifiers() & Qt::ShiftModifier
                                                     ? QAbstractSlider::SliderPageStepSub

@@ -22,8 +22,8 @@ class PageView : public QAbstractScrollArea {
  public:
   explicit PageView(QWidget* parent = nullptr);
 
-  void set_pages(std::vector<engine::PagePtr> pages);
-  const std::vector<engine::PagePtr>& pages() const { return pages_; }
+  void set_pages(engine::Pages pages);
+  const engine::Pages& pages() const { return pages_; }
 
   double zoom() const { return zoom_; }  // 1: as large as on paper, at the screen's dots an inch
   void set_zoom(double zoom);            // within 10 % and 800 %
@@ -61,7 +61,8 @@ class PageView : public QAbstractScrollArea {
   void paint_page(QPainter& painter, std::size_t page, const QPoint& origin);
   void tell();
 
-  std::vector<engine::PagePtr> pages_;
+  engine::Pages pages_;
+  std::vector<QSize> sizes_;   // of the pages, twips
   std::vector<QRect> places_;  // of the pages on the ground
   std::vector<int> row_ends_;  // bottoms of the rows of pages
   QSize ground_;

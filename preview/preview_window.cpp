@@ -79,7 +79,7 @@ PreviewWindow::PreviewWindow(frame::Report& report)
   make_contents();
   make_shortcuts();
   view_->changed = [this] { update_state(); };
-  view_->set_pages({pages_.begin(), pages_.end()});
+  view_->set_pages(pages_);
   view_->setFocus();
 }
 

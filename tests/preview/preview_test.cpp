@@ -16,7 +16,7 @@ namespace {
 TEST_F(PreviewTest, ShowOpensAWindowAndReturns) {
   PreviewWindow& window = shown();
   EXPECT_EQ(window.windowTitle(), "Form201 - Preview");
-  EXPECT_EQ(window.view().pages().size(), 3u);
+  EXPECT_EQ(window.view().pages().Count(), 3u);
   EXPECT_EQ(open_windows(), 1u);
   window.close();
   turn();
@@ -122,7 +122,7 @@ TEST_F(PreviewTest, Zoom) {
   QTest::keyClick(list.lineEdit(), Qt::Key_Return);
   EXPECT_DOUBLE_EQ(window.view().zoom(), 0.6);
   window.view().set_fit(Fit::WholePage);
-  const engine::Page& page = *window.view().pages()[0];
+  const engine::Page& page = window.view().pages()[0];
   const double height = page.height * window.view().zoom() * window.view().logicalDpiY() / 1440;
   EXPECT_LE(height, window.view().viewport()->height());
   EXPECT_GT(height, window.view().viewport()->height() - 40);
@@ -189,7 +189,7 @@ class ThousandPages : public PreviewTest {
 TEST_F(ThousandPages, ScrollDrawingOnlyWhatShows) {
   PreviewWindow& window = shown();
   PageView& view = window.view();
-  ASSERT_EQ(view.pages().size(), 1000u);
+  ASSERT_EQ(view.pages().Count(), 1000u);
   window.repaint();
   EXPECT_LE(view.drawn(), 2u);
   const auto began = std::chrono::steady_clock::now();
