@@ -61,24 +61,18 @@ std::string_view characters(const std::string& text, std::size_t from, std::size
   return from > text.size() ? std::string_view() : std::string_view(text).substr(from - 1, count);
 }
 
-// The words from 0 to 99. The misspelt ones, the capitals and the blank behind "thirty one" are those of the forms.
-std::array<std::string, 100> indian_words() {
+// The word of a number from 0 to 99, empty for 0. The misspelt ones, the capitals and the blank behind "thirty one" are
+// those of the forms.
+std::string indian_word(std::size_t number) {
   static constexpr std::array<const char*, 20> kOnes = {
       "",    "One",    "Two",    "Three",    "Four",     "Five",    "Six",     "Seven",     "Eight",    "nine",
       "ten", "eleven", "Twelve", "thirteen", "Fourteen", "Fifteen", "Sixteen", "Seventeen", "Eighteen", "Ninteen"};
   static constexpr std::array<const char*, 8> kTens = {"Twenty", "thirty",  "fourty", "fifty",
                                                        "sixty",  "seventy", "eighty", "ninety"};
-  std::array<std::string, 100> words;
-  for (std::size_t number = 0; number < words.size(); ++number) {
-    if (number < 20) {
-      words[number] = kOnes[number];
-      continue;
-    }
-    words[number] = kTens[number / 10 - 2];
-    if (number % 10 != 0) words[number] += " " + value::lower_name(kOnes[number % 10]);
-  }
-  words[31] += " ";
-  return words;
+  if (number < kOnes.size()) return kOnes[number];
+  std::string word = kTens[number / 10 - 2];
+  if (number % 10 != 0) word += " " + value::lower_name(kOnes[number % 10]);
+  return number == 31 ? word + " " : word;
 }
 
 std::string capitalised(std::string text) {
@@ -132,11 +126,10 @@ std::string group_words(std::string_view group) {
 }  // namespace
 
 std::string CNumConvert::TrasToEng(std::string_view NumberStr) const {
-  const std::array<std::string, 100> words = indian_words();
   const std::string amount = amount_digits(NumberStr);
-  const auto word = [&](std::size_t from, std::size_t count) -> const std::string& {
+  const auto word = [&](std::size_t from, std::size_t count) {
     const double number = std::nearbyint(Val(characters(amount, from, count)));
-    return words[number > 0 && number < 100 ? static_cast<std::size_t>(number) : 0];
+    return indian_word(number > 0 && number < 100 ? static_cast<std::size_t>(number) : 0);
   };
   const auto part = [&](std::size_t from, std::size_t count, const char* unit) {
     return Val(characters(amount, from, count)) != 0 ? word(from, count) + unit : std::string();

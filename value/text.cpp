@@ -159,6 +159,7 @@ double strict_number(std::string_view text) {
 std::string number_text(double number) {
   if (number == 0) return "0";
   if (!std::isfinite(number)) throw Failure(Error::Overflow, "Overflow: a figure is not a finite number");
+  if (number == std::trunc(number) && std::abs(number) < 1e15) return std::to_string(static_cast<long long>(number));
   // 15 significant digits in scientific form: [-]d.dddddddddddddde[+-]xx
   std::array<char, 40> buffer{};
   auto [end, problem] =
@@ -262,6 +263,7 @@ std::string lower_name(std::string_view name) {
 
 bool same_name(std::string_view left, std::string_view right) {
   if (left.size() != right.size()) return false;
+  if (left == right) return true;  // mostly they are spelled alike
   for (std::size_t i = 0; i < left.size(); ++i) {
     const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
     if (lower(left[i]) != lower(right[i])) return false;
