@@ -115,7 +115,7 @@ void in_own_process(const std::function<void()>& call) {
 
 int main() {
   using namespace dorvo::bench;
-  using namespace dorvo::testing_pages;
+  using namespace dorvo::test;
   for (const Format& format : kFormats) {
     in_own_process([&] {
       // The first form warms the caches up; the figures are of a form in a process that has printed one.

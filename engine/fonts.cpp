@@ -8,22 +8,16 @@
 #include <map>
 
 #include "value/failure.h"
+#include "value/handle.h"
 #include "value/text.h"
 
 namespace dorvo::engine {
 namespace {
 
-template <auto Destroy>
-struct Releaser {
-  template <class Type>
-  void operator()(Type* held) const {
-    Destroy(held);
-  }
-};
-using PatternPtr = std::unique_ptr<FcPattern, Releaser<FcPatternDestroy>>;
-using FontSetPtr = std::unique_ptr<FcFontSet, Releaser<FcFontSetDestroy>>;
-using CharSetPtr = std::unique_ptr<FcCharSet, Releaser<FcCharSetDestroy>>;
-using BlobPtr = std::unique_ptr<hb_blob_t, Releaser<hb_blob_destroy>>;
+using PatternPtr = value::Handle<FcPattern, FcPatternDestroy>;
+using FontSetPtr = value::Handle<FcFontSet, FcFontSetDestroy>;
+using CharSetPtr = value::Handle<FcCharSet, FcCharSetDestroy>;
+using BlobPtr = value::Handle<hb_blob_t, hb_blob_destroy>;
 
 [[noreturn]] void font_failure(const std::string& what) {
   throw value::Failure(value::Error::EngineState, what);

@@ -12,6 +12,8 @@
 #include "engine/utf8.h"
 #include "export/deflate.h"
 #include "export/win_ansi.h"
+#include "value/failure.h"
+#include "value/handle.h"
 #include "value/text.h"
 
 namespace dorvo::export_ {
@@ -20,17 +22,10 @@ namespace {
 using engine::Face;
 using engine::FontFace;
 
-template <auto Destroy>
-struct Releaser {
-  template <class Type>
-  void operator()(Type* held) const {
-    Destroy(held);
-  }
-};
-using BlobPtr = std::unique_ptr<hb_blob_t, Releaser<hb_blob_destroy>>;
-using HbFacePtr = std::unique_ptr<hb_face_t, Releaser<hb_face_destroy>>;
-using InputPtr = std::unique_ptr<hb_subset_input_t, Releaser<hb_subset_input_destroy>>;
-using PlanPtr = std::unique_ptr<hb_subset_plan_t, Releaser<hb_subset_plan_destroy>>;
+using BlobPtr = value::Handle<hb_blob_t, hb_blob_destroy>;
+using HbFacePtr = value::Handle<hb_face_t, hb_face_destroy>;
+using InputPtr = value::Handle<hb_subset_input_t, hb_subset_input_destroy>;
+using PlanPtr = value::Handle<hb_subset_plan_t, hb_subset_plan_destroy>;
 
 bool is_letter_or_digit(char c) {
   return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');

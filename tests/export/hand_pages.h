@@ -2,14 +2,12 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <string_view>
 
 #include "engine/pages.h"
+#include "tests/export/test_files.h"
 
 namespace dorvo::test {
 
@@ -133,29 +131,5 @@ class HandPages {
   std::shared_ptr<engine::Page> current_;
   engine::Pages pages_;
 };
-
-// An empty folder of a test's own, gone with it.
-class Folder {
- public:
-  Folder() {
-    std::string name = (std::filesystem::temp_directory_path() / "dorvo-XXXXXX").string();
-    path_ = mkdtemp(name.data());
-  }
-  ~Folder() { std::filesystem::remove_all(path_); }
-  std::string file(const std::string& name) const { return (path_ / name).string(); }
-  std::string path() const { return path_.string(); }
-  std::size_t files() const {
-    return static_cast<std::size_t>(std::distance(std::filesystem::recursive_directory_iterator(path_),
-                                                  std::filesystem::recursive_directory_iterator()));
-  }
-
- private:
-  std::filesystem::path path_;
-};
-
-inline std::string read_file(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
 
 }  // namespace dorvo::test

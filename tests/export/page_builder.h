@@ -9,7 +9,7 @@
 #include "engine/pages.h"
 #include "engine/text.h"
 
-namespace dorvo::testing_pages {
+namespace dorvo::test {
 
 class PageBuilder {
  public:
@@ -74,4 +74,4 @@ class PageBuilder {
   std::shared_ptr<Held> held_;
 };
 
-}  // namespace dorvo::testing_pages
+}  // namespace dorvo::test

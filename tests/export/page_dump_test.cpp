@@ -13,16 +13,16 @@ namespace {
 
 using engine::ControlKind;
 using nlohmann::json;
-using testing_pages::bytes_of;
-using testing_pages::Folder;
-using testing_pages::PageBuilder;
+using test::Folder;
+using test::PageBuilder;
+using test::read_file;
 
 class Dump : public testing::Test {
  protected:
   Folder folder;
   PageDump dump;
   void SetUp() override {
-    dump.FileName = folder / "form.json";
+    dump.FileName = folder.file("form.json");
     dump.Report = "Form1";
   }
 };
@@ -51,7 +51,7 @@ TEST_F(Dump, TellsEveryItemInPrintOrder) {
        "left": 10, "top": 20, "width": 30, "height": 40}]},
     {"number": 2, "width": 11906, "height": 16838, "items": []}],
     "messages": ["Form1, page 1: \"txtName\" is cut"]})");
-  EXPECT_EQ(json::parse(bytes_of(folder / "form.json")), expected);
+  EXPECT_EQ(json::parse(read_file(folder.file("form.json"))), expected);
 }
 
 TEST_F(Dump, KeepsItemsWithoutPaperOut) {
@@ -61,7 +61,7 @@ TEST_F(Dump, KeepsItemsWithoutPaperOut) {
   dump.begin();
   dump.page(page.page());
   dump.end();
-  EXPECT_TRUE(json::parse(bytes_of(dump.FileName))["pages"][0]["items"].empty());
+  EXPECT_TRUE(json::parse(read_file(dump.FileName))["pages"][0]["items"].empty());
 }
 
 TEST_F(Dump, WritesAnyTextAsJson) {
@@ -72,27 +72,27 @@ TEST_F(Dump, WritesAnyTextAsJson) {
     dump.begin();
     dump.page(page.page());
     dump.end();
-    EXPECT_EQ(json::parse(bytes_of(dump.FileName))["pages"][0]["items"][0]["text"], text);
+    EXPECT_EQ(json::parse(read_file(dump.FileName))["pages"][0]["items"][0]["text"], text);
   }
 }
 
 TEST_F(Dump, ARunWithoutPagesHasAFile) {
   dump.RunMessages = {"13, Type mismatch"};
   dump.Export({});
-  EXPECT_EQ(json::parse(bytes_of(dump.FileName)),
+  EXPECT_EQ(json::parse(read_file(dump.FileName)),
             json::parse(R"({"report": "Form1", "pages": [], "messages": ["13, Type mismatch"]})"));
 }
 
 TEST_F(Dump, NothingStandsThereBeforeTheEnd) {
   {
     PageDump unfinished;
-    unfinished.FileName = folder / "other.json";
+    unfinished.FileName = folder.file("other.json");
     unfinished.begin();
     unfinished.page(PageBuilder().page());
     EXPECT_FALSE(std::filesystem::exists(unfinished.FileName));
   }
-  EXPECT_EQ(folder.count(), 0);
-  dump.FileName = folder / "no such folder/form.json";
+  EXPECT_EQ(folder.files(), 0u);
+  dump.FileName = folder.file("no such folder/form.json");
   EXPECT_THROW(dump.begin(), value::Failure);
 }
 

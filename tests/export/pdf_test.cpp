@@ -16,12 +16,12 @@ namespace dorvo::export_ {
 namespace {
 
 using engine::Align;
-using testing_pages::bytes_of;
-using testing_pages::Folder;
-using testing_pages::form_page;
-using testing_pages::output_of;
-using testing_pages::PageBuilder;
-using testing_pages::register_page;
+using test::Folder;
+using test::form_page;
+using test::output_of;
+using test::PageBuilder;
+using test::read_file;
+using test::register_page;
 
 // Names with every kind of joint: signs before their letter, half forms, letters over and under, moved marks.
 const std::vector<std::string> kNames = {
@@ -69,10 +69,10 @@ class Pdf : public testing::Test {
   Folder folder;
   PdfFilter filter;
   engine::Pages pages;
-  void SetUp() override { filter.FileName = folder / "form.pdf"; }
+  void SetUp() override { filter.FileName = folder.file("form.pdf"); }
   std::string written() {
     filter.Export(pages);
-    return bytes_of(filter.FileName);
+    return read_file(filter.FileName);
   }
   std::string read_by(const std::string& program) { return output_of(program + " " + filter.FileName); }
 };
@@ -109,13 +109,13 @@ TEST_F(Pdf, TheOldestVersionUsesNothingNewerAndShowsTheSame) {
   pages.add(names_page());
   for (int version : {0, 1}) {
     filter.Version = version;
-    filter.FileName = folder / ("v" + std::to_string(version) + ".pdf");
+    filter.FileName = folder.file("v" + std::to_string(version) + ".pdf");
     const std::string bytes = written();
     for (const char* newer : {"/FlateDecode", "BDC", "EMC", "/ToUnicode"})
       EXPECT_EQ(bytes.find(newer) == std::string::npos, version == 0 || newer[0] != '/') << newer;
-    output_of("pdftoppm -r 100 -gray " + filter.FileName + " " + (folder / ("v" + std::to_string(version))));
+    output_of("pdftoppm -r 100 -gray " + filter.FileName + " " + (folder.file("v" + std::to_string(version))));
   }
-  EXPECT_EQ(bytes_of(folder / "v0-1.pgm"), bytes_of(folder / "v1-1.pgm"));
+  EXPECT_EQ(read_file(folder.file("v0-1.pgm")), read_file(folder.file("v1-1.pgm")));
 }
 
 TEST_F(Pdf, FamiliesLeftOutKeepTheirStyleByName) {
@@ -154,7 +154,7 @@ TEST_F(Pdf, SamePagesGiveTheSameBytesWhateverWasWrittenBefore) {
     engine::Pages others;
     others.add(form_page(100 + i));
     PdfFilter other;
-    other.FileName = folder / "other.pdf";
+    other.FileName = folder.file("other.pdf");
     other.Version = i % 3;
     other.Export(others);
   }
@@ -162,7 +162,7 @@ TEST_F(Pdf, SamePagesGiveTheSameBytesWhateverWasWrittenBefore) {
   anew.add(names_page());
   anew.add(form_page(1));
   filter.Export(anew);
-  EXPECT_EQ(bytes_of(filter.FileName), first);
+  EXPECT_EQ(read_file(filter.FileName), first);
 }
 
 TEST_F(Pdf, TheFixedLayerStandsOnceInADocument) {
@@ -238,8 +238,8 @@ TEST_F(Pdf, AClippedTextEndsAtItsBox) {
   pages.add(page.page());
   filter.Export(pages);
   // 72 dots an inch, 20 twips a dot: nothing darker than paper right of the box in its lines, and text below it.
-  output_of("pdftoppm -r 72 -gray " + filter.FileName + " " + (folder / "clip"));
-  const std::string picture = bytes_of(folder / "clip-1.pgm");
+  output_of("pdftoppm -r 72 -gray " + filter.FileName + " " + folder.file("clip"));
+  const std::string picture = read_file(folder.file("clip-1.pgm"));
   const std::size_t width = 596, dots = picture.size() - width * 842;
   int left = 0, right = 0, below = 0;
   for (std::size_t y = 50; y < 130; ++y)
@@ -280,7 +280,7 @@ TEST_F(Pdf, AFullDiskLeavesNothing) {
     }
   }
   setrlimit(RLIMIT_FSIZE, &before);
-  EXPECT_EQ(folder.count(), 0);
+  EXPECT_EQ(folder.files(), 0u);
 }
 
 TEST_F(Pdf, ValuesThatTheFilterDoesNotKnow) {
@@ -290,7 +290,7 @@ TEST_F(Pdf, ValuesThatTheFilterDoesNotKnow) {
     filter.JPGQuality = c.quality;
     EXPECT_THROW(filter.begin(), value::Failure) << c.version << " " << c.quality;
   }
-  EXPECT_EQ(folder.count(), 0);
+  EXPECT_EQ(folder.files(), 0u);
 }
 
 }  // namespace

@@ -21,11 +21,11 @@
 namespace dorvo::export_ {
 namespace {
 
-using testing_pages::bytes_of;
-using testing_pages::Folder;
-using testing_pages::form_page;
-using testing_pages::output_of;
-using testing_pages::PageBuilder;
+using test::Folder;
+using test::form_page;
+using test::output_of;
+using test::PageBuilder;
+using test::read_file;
 
 // Darkness of every dot, 0 to 1.
 struct Picture {
@@ -150,14 +150,14 @@ class Raster : public testing::Test {
   template <class Filter>
   std::string written(const std::string& name) {
     Filter filter;
-    filter.FileName = folder / name;
+    filter.FileName = folder.file(name);
     filter.Export(pages);
     return filter.FileName;
   }
   Picture of_pdf(int dots) {
     written<PdfFilter>("page.pdf");
-    output_of("pdftoppm -png -r " + std::to_string(dots) + " " + (folder / "page.pdf") + " " + (folder / "pdf"));
-    return picture_of_png(folder / "pdf-1.png");
+    output_of("pdftoppm -png -r " + std::to_string(dots) + " " + folder.file("page.pdf") + " " + folder.file("pdf"));
+    return picture_of_png(folder.file("pdf-1.png"));
   }
 };
 
@@ -183,7 +183,7 @@ TEST_F(Raster, TiffHoldsAllPagesInOneFile) {
   EXPECT_EQ(pictures[3].width, 2385);
   for (int n = 0; n < 3; ++n) EXPECT_GT(pictures[static_cast<std::size_t>(n)].mean(0, 0, 1600), 0.01);
   EXPECT_EQ(pictures[3].mean(0, 0, 1600), 0);
-  EXPECT_EQ(folder.count(), 1);
+  EXPECT_EQ(folder.files(), 1u);
 }
 
 TEST_F(Raster, ThinAndPaleThingsAreNotLostInBlackAndWhite) {
@@ -213,13 +213,13 @@ TEST_F(Raster, ThinAndPaleThingsAreNotLostInBlackAndWhite) {
 TEST_F(Raster, OnePngAPage) {
   pages.add(form_page(1));
   written<PngFilter>("one.png");
-  EXPECT_TRUE(std::filesystem::exists(folder / "one.png"));
-  EXPECT_EQ(folder.count(), 1);
+  EXPECT_TRUE(std::filesystem::exists(folder.file("one.png")));
+  EXPECT_EQ(folder.files(), 1u);
   pages.add(form_page(2));
   written<PngFilter>("two.png");
-  EXPECT_TRUE(std::filesystem::exists(folder / "two-1.png"));
-  EXPECT_TRUE(std::filesystem::exists(folder / "two-2.png"));
-  EXPECT_EQ(folder.count(), 3);
+  EXPECT_TRUE(std::filesystem::exists(folder.file("two-1.png")));
+  EXPECT_TRUE(std::filesystem::exists(folder.file("two-2.png")));
+  EXPECT_EQ(folder.files(), 3u);
 }
 
 TEST_F(Raster, ColoursOfAPicture) {
@@ -238,8 +238,8 @@ TEST_F(Raster, ColoursOfAPicture) {
 
 TEST_F(Raster, SamePagesGiveTheSameBytes) {
   pages.add(mixed_page());
-  EXPECT_EQ(bytes_of(written<TiffFilter>("a.tif")), bytes_of(written<TiffFilter>("b.tif")));
-  EXPECT_EQ(bytes_of(written<PngFilter>("a.png")), bytes_of(written<PngFilter>("b.png")));
+  EXPECT_EQ(read_file(written<TiffFilter>("a.tif")), read_file(written<TiffFilter>("b.tif")));
+  EXPECT_EQ(read_file(written<PngFilter>("a.png")), read_file(written<PngFilter>("b.png")));
 }
 
 TEST_F(Raster, AFullDiskOrAMissingFolderLeavesNothing) {
@@ -252,7 +252,7 @@ TEST_F(Raster, AFullDiskOrAMissingFolderLeavesNothing) {
   EXPECT_THROW(written<TiffFilter>("full.tif"), value::Failure);
   EXPECT_THROW(written<PngFilter>("full.png"), value::Failure);
   setrlimit(RLIMIT_FSIZE, &before);
-  EXPECT_EQ(folder.count(), 0);
+  EXPECT_EQ(folder.files(), 0u);
   EXPECT_THROW(written<TiffFilter>("no such folder/a.tif"), value::Failure);
   EXPECT_THROW(written<PngFilter>("no such folder/a.png"), value::Failure);
 }
@@ -261,9 +261,9 @@ TEST_F(Raster, AFullDiskOrAMissingFolderLeavesNothing) {
 TEST_F(Raster, AllPicturesOrNone) {
   pages.add(form_page(1));
   pages.add(form_page(2));
-  std::filesystem::create_directories(folder / "form-2.png/in the way");
+  std::filesystem::create_directories(folder.file("form-2.png/in the way"));
   EXPECT_THROW(written<PngFilter>("form.png"), value::Failure);
-  EXPECT_EQ(folder.count(), 1);
+  EXPECT_EQ(folder.files(), 2u);  // what stood in the way
 }
 
 }  // namespace

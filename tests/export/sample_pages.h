@@ -5,7 +5,7 @@
 
 #include "tests/export/page_builder.h"
 
-namespace dorvo::testing_pages {
+namespace dorvo::test {
 
 // A page of a statutory form: a fixed layer of captions and ruled boxes, and 100 boxes of figures and names. `seed`
 // changes the data and not the fixed layer.
@@ -62,4 +62,4 @@ inline engine::PagePtr register_page(int number, int& row) {
   return page.page();
 }
 
-}  // namespace dorvo::testing_pages
+}  // namespace dorvo::test

@@ -10,32 +10,30 @@
 #include <iterator>
 #include <string>
 
-namespace dorvo::testing_pages {
+namespace dorvo::test {
 
-// Gone with the test.
+// An empty folder of a test's own, gone with it.
 class Folder {
  public:
   Folder() {
-    std::string name = (std::filesystem::temp_directory_path() / "dorvo-test-XXXXXX").string();
+    std::string name = (std::filesystem::temp_directory_path() / "dorvo-XXXXXX").string();
     path_ = mkdtemp(name.data());
   }
   ~Folder() { std::filesystem::remove_all(path_); }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-  std::string operator/(const std::string& name) const { return (path_ / name).string(); }
-  // How many files stand in it.
-  std::ptrdiff_t count() const {
-    return std::distance(std::filesystem::directory_iterator(path_), std::filesystem::directory_iterator());
+  std::string file(const std::string& name) const { return (path_ / name).string(); }
+  std::string path() const { return path_.string(); }
+  std::size_t files() const {
+    return static_cast<std::size_t>(std::distance(std::filesystem::recursive_directory_iterator(path_),
+                                                  std::filesystem::recursive_directory_iterator()));
   }
 
  private:
   std::filesystem::path path_;
 };
 
-inline std::string bytes_of(const std::string& file) {
-  std::ifstream in(file, std::ios::binary);
-  EXPECT_TRUE(in.good()) << file;
-  return {std::istreambuf_iterator<char>(in), {}};
+inline std::string read_file(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
 // What a command says on both its channels; fails the test when it does not end with status 0.
@@ -52,4 +50,4 @@ inline std::string output_of(const std::string& command) {
   return out;
 }
 
-}  // namespace dorvo::testing_pages
+}  // namespace dorvo::test
