@@ -30,61 +30,48 @@ value::Variant boolean(VARIANT_BOOL flag) {
 }
 
 HRESULT read_simple(const VARIANT& given, const value::Variant& when_empty, value::Variant& value) {
+  const auto take = [&](auto read) {
+    value = read;
+    return S_OK;
+  };
   switch (given.vt) {
     case VT_EMPTY:
-      value = when_empty;
-      return S_OK;
+      return take(when_empty);
     case VT_NULL:
-      value = value::Null();
-      return S_OK;
+      return take(value::Null());
     case VT_I1:
-      value = given.cVal;
-      return S_OK;
+      return take(given.cVal);
     case VT_I2:
-      value = given.iVal;
-      return S_OK;
+      return take(given.iVal);
     case VT_I4:
     case VT_INT:
-      value = given.lVal;
-      return S_OK;
+      return take(given.lVal);
     case VT_I8:
-      value = given.llVal;
-      return S_OK;
+      return take(given.llVal);
     case VT_UI1:
-      value = given.bVal;
-      return S_OK;
+      return take(given.bVal);
     case VT_UI2:
-      value = given.uiVal;
-      return S_OK;
+      return take(given.uiVal);
     case VT_UI4:
     case VT_UINT:
-      value = given.ulVal;
-      return S_OK;
+      return take(given.ulVal);
     case VT_UI8:
-      value = static_cast<double>(given.ullVal);
-      return S_OK;
+      return take(static_cast<double>(given.ullVal));
     case VT_R4:
-      value = static_cast<double>(given.fltVal);
-      return S_OK;
+      return take(static_cast<double>(given.fltVal));
     case VT_R8:
-      value = given.dblVal;
-      return S_OK;
+      return take(given.dblVal);
     case VT_CY:
-      value = static_cast<double>(given.cyVal) / 10000;
-      return S_OK;
+      return take(static_cast<double>(given.cyVal) / 10000);
     case VT_DECIMAL:
-      value = decimal_number(given);
-      return S_OK;
+      return take(decimal_number(given));
     case VT_DATE:
       if (!(given.date >= kFirstDay && given.date < kBehindLastDay)) return DISP_E_OVERFLOW;
-      value = value::date_of_serial(given.date);
-      return S_OK;
+      return take(value::date_of_serial(given.date));
     case VT_BOOL:
-      value = boolean(given.boolVal);
-      return S_OK;
+      return take(boolean(given.boolVal));
     case VT_BSTR:
-      value = utf8({given.bstrVal ? given.bstrVal : u"", SysStringLen(given.bstrVal)});
-      return S_OK;
+      return take(utf8({given.bstrVal ? given.bstrVal : u"", SysStringLen(given.bstrVal)}));
     case VT_ERROR:
       return given.scode == DISP_E_PARAMNOTFOUND ? DISP_E_PARAMNOTOPTIONAL : DISP_E_TYPEMISMATCH;
     case VT_DISPATCH:

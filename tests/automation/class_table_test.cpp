@@ -221,27 +221,5 @@ TEST(ClassTable, CompiledTypeLibraryHoldsEveryName) {
   }
 }
 
-TEST(ClassTable, EveryReportOfALauncherIsKnown) {
-  std::map<std::string, bool> reports;
-  DorvoEachReport([](void* all, const char* name,
-                     std::int32_t is_built) { (*static_cast<std::map<std::string, bool>*>(all))[name] = is_built; },
-                  &reports);
-  EXPECT_EQ(reports.size(), 50u);
-  for (const auto* name : {"Form208132", "PTFormIII", "PTFormIII132", "PTFormIIINew", "PTFormIIINew10", "PTRFormIII",
-                           "InterestMaster", "CSTReturnIIIBAnnexure", "AuditDetailsRpt"}) {
-    EXPECT_TRUE(reports.contains(name)) << name << " has no launcher and is a report all the same";
-  }
-  EXPECT_TRUE(reports.at("Form1"));
-  for (const Class& row : kClasses) {
-    if (row.name == "generalPrintClass" || row.name.starts_with("clsInterest")) continue;
-    // What a launcher opens is a report that the list knows: SHowForm may only say that it is not built.
-    const Caller launcher(row.name);
-    const Answer answer = launcher.call("SHowForm");
-    EXPECT_EQ(answer.description.find("There is no report"), std::string::npos) << row.name;
-  }
-  DorvoOutcome outcome{};
-  DorvoEndJob("", nullptr, &outcome);
-}
-
 }  // namespace
 }  // namespace dorvo::automation

@@ -105,16 +105,5 @@ TEST_F(JobTest, LaterReportWritesTheSameFilesAnew) {
   EXPECT_EQ(dump()["pages"].size(), 1u);
 }
 
-TEST_F(JobTest, NothingShownWritesAnEmptyDump) {
-  job.show_nothing("Rows", "");
-  EXPECT_EQ(files(), std::set<std::string>{"a.json"});
-  EXPECT_EQ(dump()["report"], "Rows");
-  EXPECT_EQ(dump()["pages"].size(), 0u);
-  EXPECT_FALSE(job.failed());
-  job.show_nothing("Rows", "no such database");
-  EXPECT_TRUE(job.failed());
-  EXPECT_EQ(dump()["messages"], nlohmann::json({"no such database"}));
-}
-
 }  // namespace
 }  // namespace dorvo::automation

@@ -1,7 +1,6 @@
 // The library as a stranger loads it: what it exports, by plain tables of functions, registration, a printed form.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <array>
 #include <cstdlib>
@@ -9,33 +8,13 @@
 #include <fstream>
 #include <set>
 
-#include "practice/practice.h"
 #include "tests/automation/caller.h"
+#include "tests/data/scratch_database.h"
 
 namespace dorvo::automation {
 namespace {
 
 namespace fs = std::filesystem;
-
-class Folder {
- public:
-  Folder() {
-    std::string pattern = (fs::temp_directory_path() / "dorvo-automation-XXXXXX").string();
-    path_ = mkdtemp(pattern.data());
-  }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-  ~Folder() { fs::remove_all(path_); }
-  fs::path operator/(const std::string& name) const { return path_ / name; }
-
- private:
-  fs::path path_;
-};
-
-std::string whole_file(const fs::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
 
 std::set<std::string> names_in(const fs::path& folder) {
   std::set<std::string> names;
@@ -116,10 +95,10 @@ TEST(Library, WorksByPlainTablesOfFunctions) {
 }
 
 TEST(Library, RegistersForTheUserAndTakesItBack) {
-  const Folder data;
-  setenv("XDG_DATA_HOME", (data / "").c_str(), 1);
+  const data::ScratchFolder folder;
+  setenv("XDG_DATA_HOME", folder.file("").c_str(), 1);
   ASSERT_EQ(DllRegisterServer(), S_OK) << DorvoLastError();
-  const fs::path file = data / "dorvoform/classes";
+  const fs::path file = folder.file("dorvoform/classes");
   std::ifstream in(file);
   std::string line;
   std::getline(in, line);
@@ -149,51 +128,9 @@ TEST(Library, RegistersForTheUserAndTakesItBack) {
   unsetenv("XDG_DATA_HOME");
 }
 
-// ---- printing ----
-
-class Printing : public testing::Test {
- protected:
-  static void SetUpTestSuite() {
-    folder = new Folder;
-    practice::write_practice((*folder / "practice.db").string(), {.dealers = 0, .years = 1, .seed = 1});
-  }
-  static void TearDownTestSuite() { delete folder; }
-
-  static std::string path(const std::string& name) { return (*folder / name).string(); }
-  static void open_practice() {
-    const Caller general("generalPrintClass");
-    IDispatch* opened = nullptr;
-    ASSERT_EQ(DorvoOpenConnection(path("practice.db").c_str(), &opened), S_OK) << DorvoLastError();
-    const Caller connection(opened);
-    ASSERT_EQ(connection.get("State").result.lVal, 1);
-    ASSERT_EQ(general.put("ConnectionString", text(path("practice.db"))).code, S_OK);
-    ASSERT_EQ(general.put_reference("myConn", object(opened)).code, S_OK);
-  }
-
-  static Folder* folder;
-};
-Folder* Printing::folder = nullptr;
-
-TEST_F(Printing, FormToFilesByNameAlone) {
-  open_practice();
-  ASSERT_EQ(DorvoAddOutput(path("form.json").c_str()), S_OK);
-  ASSERT_EQ(DorvoAddOutput(path("form.pdf").c_str()), S_OK);
-  const Caller form("clsForm1");
-  ASSERT_EQ(form.put("PropCMasterID", whole(2)).code, S_OK);
-  const Answer answer = form.call("SHowForm");
-  EXPECT_EQ(answer.code, S_OK) << answer.description;
-  EXPECT_EQ(answer.result.vt, VT_EMPTY);
-  DorvoOutcome outcome{};
-  ASSERT_EQ(DorvoEndJob("clsForm1", nullptr, &outcome), S_OK);
-  EXPECT_EQ(outcome.pages, 1u);
-  EXPECT_EQ(outcome.failed, 0);
-  EXPECT_EQ(whole_file(path("form.pdf")).substr(0, 5), "%PDF-");
-  EXPECT_NE(whole_file(path("form.json")).find("\"name\": \"txtName\""), std::string::npos);
-}
-
-TEST_F(Printing, FailureReachesTheHostWithItsDescription) {
+TEST(Library, FailureReachesTheHostWithItsDescription) {
   const Caller general("generalPrintClass");
-  general.put("ConnectionString", text(path("nowhere.db")));
+  general.put("ConnectionString", text("/nowhere.db"));
   const Caller form("clsForm1");
   const Answer answer = form.call("SHowForm");
   EXPECT_EQ(answer.code, DISP_E_EXCEPTION);
@@ -204,65 +141,18 @@ TEST_F(Printing, FailureReachesTheHostWithItsDescription) {
   EXPECT_NE(outcome.failed, 0);
 }
 
-TEST_F(Printing, ReportThatIsNotBuiltSaysItsName) {
-  const Caller form("clsdealerlist");
-  const Answer answer = form.call("SHowForm");
-  EXPECT_EQ(answer.code, DISP_E_EXCEPTION);
-  EXPECT_NE(answer.description.find("DealerList"), std::string::npos) << answer.description;
-}
-
-TEST_F(Printing, InertClassesOpenNothing) {
-  for (const auto* name : {"clsInterestMaster", "clsInterestMasterVat"}) {
-    const Caller form(name);
-    EXPECT_EQ(form.put("PropYearID", whole(3)).code, S_OK);
-    EXPECT_EQ(form.put("PropYearID", text("abc")).code, DISP_E_TYPEMISMATCH);
-    const Answer answer = form.call("SHowForm");
-    EXPECT_EQ(answer.code, S_OK);
-    EXPECT_EQ(answer.result.vt, VT_EMPTY);
-  }
-}
-
-TEST_F(Printing, ClosedConnectionTellsItsState) {
+TEST(Library, ClosedConnectionTellsItsState) {
+  const data::ScratchDatabase database;
   IDispatch* opened = nullptr;
-  ASSERT_EQ(DorvoOpenConnection(path("practice.db").c_str(), &opened), S_OK);
+  ASSERT_EQ(DorvoOpenConnection(database.path().c_str(), &opened), S_OK);
   const Caller connection(opened);
   EXPECT_EQ(connection.call("Close").code, S_OK);
   EXPECT_EQ(connection.get("State").result.lVal, 0);
   EXPECT_EQ(connection.call("State").code, DISP_E_MEMBERNOTFOUND);
   EXPECT_EQ(connection.put("State", whole(1)).code, DISP_E_MEMBERNOTFOUND);
-  EXPECT_EQ(DorvoOpenConnection(path("nowhere.db").c_str(), &opened), E_FAIL);
+  EXPECT_EQ(DorvoOpenConnection("/nowhere.db", &opened), E_FAIL);
   EXPECT_EQ(opened, nullptr);
   EXPECT_NE(std::string(DorvoLastError()), "");
-}
-
-TEST_F(Printing, ReportByNameTakesEveryMember) {
-  open_practice();
-  IDispatch* made = nullptr;
-  ASSERT_EQ(DorvoCreateReport("form4", &made), S_OK);
-  const Caller report(made);
-  EXPECT_EQ(report.put("PropCMasterID", text("1")).code, S_OK);
-  EXPECT_EQ(report.put("PropSortBy", text("Name")).code, S_OK);
-  EXPECT_EQ(report.call("SHowForm").code, S_OK);
-  DorvoOutcome outcome{};
-  DorvoEndJob("Form4", nullptr, &outcome);
-  EXPECT_EQ(outcome.pages, 1u);
-  EXPECT_EQ(DorvoCreateReport("Form999", &made), CLASS_E_CLASSNOTAVAILABLE);
-  EXPECT_EQ(made, nullptr);
-}
-
-TEST_F(Printing, OutputsThatAreRefused) {
-  EXPECT_EQ(DorvoAddOutput("form.doc"), E_INVALIDARG);
-  EXPECT_EQ(DorvoAddOutput("form"), E_INVALIDARG);
-  EXPECT_EQ(DorvoAddOutput("folder.pdf/form"), E_INVALIDARG);
-  EXPECT_EQ(DorvoAddOutput(path("a.pdf").c_str()), S_OK);
-  EXPECT_EQ(DorvoAddOutput(path("a.pdf").c_str()), E_INVALIDARG) << "twice";
-  EXPECT_EQ(DorvoOutputOption("PDF.Version=0"), S_OK);
-  EXPECT_EQ(DorvoOutputOption("pdf.version=one"), E_INVALIDARG);
-  EXPECT_EQ(DorvoOutputOption("PDF.Colour=1"), E_INVALIDARG);
-  EXPECT_EQ(DorvoOutputOption("Version=1"), E_INVALIDARG);
-  DorvoOutcome outcome{};
-  EXPECT_EQ(DorvoEndJob("", nullptr, &outcome), S_OK);
-  EXPECT_FALSE(fs::exists(path("a.pdf")));
 }
 
 }  // namespace

@@ -82,17 +82,6 @@ TEST_F(LauncherTest, LateKeyGoesOverInsideTheLaunch) {
   EXPECT_EQ(report_slot("PTRFormIIInew").PropCMasterID(), 6);
 }
 
-TEST_F(LauncherTest, AllLaunchersOfAClassShareOneReportObject) {
-  Launcher first = launcher("clsForm1");
-  Launcher second = launcher("clsForm1");
-  put(first, "PropCMasterID", 11);
-  first.SHowForm();
-  second.SHowForm();
-  ASSERT_EQ(ports->shown.size(), 2u);
-  EXPECT_EQ(ports->shown[0], ports->shown[1]);
-  EXPECT_EQ(ports->shown[1]->PropCMasterID(), 11);
-}
-
 TEST_F(LauncherTest, OptionsStaySetForTheNextReportOfAnyClass) {
   Launcher first = launcher("clsForm208");
   for (const auto* name : {"ShowPageSetup", "BlankForm", "preprinted", "ShowFilingDate", "ShowCity"}) {
@@ -196,15 +185,6 @@ TEST_F(LauncherTest, WrongValueWritesNothing) {
   put(form, "BlankForm", true);
   EXPECT_THROW(put(form, "BlankForm", "perhaps"), value::Failure);
   EXPECT_TRUE(basMain().BlankForm);
-}
-
-TEST(DirectLauncher, TakesEveryDataMember) {
-  const LauncherClass row = direct_launcher("InterestMaster");
-  for (const auto* name : {"PropCMasterID", "PropYearID", "PropCustomerCode", "PropStatementTYpe", "PropInterestTYpe",
-                           "PropSortBy", "PropHeading", "onethirty", "SHowForm"}) {
-    EXPECT_NE(row.find(name), nullptr) << name;
-  }
-  EXPECT_EQ(row.find("one"), nullptr);
 }
 
 }  // namespace

@@ -27,11 +27,6 @@ TEST_F(HostTest, PrintsAFormToEachFile) {
   EXPECT_EQ(dumped["pages"][0]["height"], 16838);
 }
 
-TEST_F(HostTest, PicturesAreOneAPage) {
-  ASSERT_EQ(print({"--class", "clsForm201", "--set", "PropCMasterID=1", "--out", "a.png"}).status, 0);
-  EXPECT_EQ(files(), (std::set<std::string>{"a.json", "a.pdf", "a-1.png", "a-2.png", "a-3.png"}));
-}
-
 TEST_F(HostTest, SameRunSameBytes) {
   const std::vector<std::string> form = {"--class", "clsForm201", "--set", "PropCMasterID=1"};
   ASSERT_EQ(print(form).status, 0);
@@ -39,13 +34,6 @@ TEST_F(HostTest, SameRunSameBytes) {
   ASSERT_EQ(print(form).status, 0);
   EXPECT_EQ(whole_file(folder() / "a.pdf"), pdf);
   EXPECT_EQ(whole_file(folder() / "a.json"), json);
-}
-
-TEST_F(HostTest, ClassAndReportPrintTheSame) {
-  ASSERT_EQ(print({"--class", "CLSFORM3", "--set", "propcmasterid=4"}).status, 0);
-  const nlohmann::json by_class = dump();
-  ASSERT_EQ(print({"--report", "form3", "--set", "PropCMasterID=4"}).status, 0);
-  EXPECT_EQ(dump(), by_class);
 }
 
 // The same shared flag through both doors: the later one wins, whatever kind it is.
@@ -68,12 +56,6 @@ TEST_F(HostTest, TwinGetsTheKeyWhenTheFlagComesFirst) {
   EXPECT_EQ(dump()["pages"][0]["width"], 21600);
   EXPECT_EQ(print({"--class", "clsForm201", "--set", "PropCMasterID=1", "--set", "onethirty=True"}).status, 3);
   EXPECT_EQ(dump()["report"], "Form201132") << "opened with the key that it had";
-}
-
-TEST_F(HostTest, DraftQualityIsAskedForByTrueAlone) {
-  for (const auto* value : {"PrintQuality=True", "PrintQuality=1", "PrintQuality=false"}) {
-    EXPECT_EQ(print({"--class", "clsForm1", "--settings", value, "--set", "PropCMasterID=2"}).status, 0) << value;
-  }
 }
 
 TEST_F(HostTest, FooterOfTheUser) {
@@ -125,16 +107,6 @@ TEST_F(HostTest, LayoutsFromAFolder) {
   EXPECT_TRUE(is_one_line(outcome.err)) << outcome.err;
   EXPECT_NE(outcome.err.find("Form1.xml:2"), std::string::npos) << outcome.err;
   EXPECT_FALSE(fs::exists(folder() / "a.pdf"));
-}
-
-TEST_F(HostTest, OptionsOfFormats) {
-  for (const auto& [version, head] : {std::pair{"0", "%PDF-1.1"}, {"1", "%PDF-1.2"}, {"2", "%PDF-1.3"}}) {
-    ASSERT_EQ(
-        print({"--class", "clsForm1", "--set", "PropCMasterID=2", "--option", std::string("pdf.Version=") + version})
-            .status,
-        0);
-    EXPECT_EQ(whole_file(folder() / "a.pdf").substr(0, 8), head);
-  }
 }
 
 TEST_F(HostTest, EveryKindOfFile) {
