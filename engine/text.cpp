@@ -171,19 +171,26 @@ struct Spot {
   bool starts = false;  // its cluster: a line may be cut before it
 };
 
+// A run of a script that reads from right to left is never cut: its words stand in another order than its glyphs.
+bool reads_backwards(const GlyphRun& run) {
+  return run.glyphs.size() > 1 && run.glyphs.front().cluster > run.glyphs.back().cluster;
+}
+
 std::vector<Spot> spots_of(const std::vector<GlyphRun>& runs) {
   std::vector<Spot> spots;
   for (std::uint32_t r = 0; r < runs.size(); ++r) {
     const std::vector<Glyph>& glyphs = runs[r].glyphs;
+    const bool whole = reads_backwards(runs[r]);
     for (std::uint32_t g = 0; g < glyphs.size(); ++g)
-      spots.push_back({r, g, glyphs[g].advance, runs[r].text[glyphs[g].cluster] == ' ',
-                       g == 0 || glyphs[g].cluster != glyphs[g - 1].cluster});
+      spots.push_back({r, g, glyphs[g].advance, !whole && runs[r].text[glyphs[g].cluster] == ' ',
+                       g == 0 || (!whole && glyphs[g].cluster != glyphs[g - 1].cluster)});
   }
   return spots;
 }
 
 // The glyphs [from, to) of a run as a run of their own.
 GlyphRun slice(const GlyphRun& run, std::size_t from, std::size_t to) {
+  if (from == 0 && to == run.glyphs.size()) return run;
   const std::uint32_t start = run.glyphs[from].cluster;
   const std::size_t stop = to < run.glyphs.size() ? run.glyphs[to].cluster : run.text.size();
   GlyphRun part{run.face, run.text.substr(start, stop - start), {}, 0};
@@ -233,7 +240,9 @@ Cut cut_line(const std::vector<Spot>& spots, std::size_t from, float limit) {
   if (at_word.next > 0) return at_word;
   while (i > from + 1 && !spots[i].starts) --i;
   while (i < spots.size() && !spots[i].starts) ++i;  // never inside a cluster, even one that is too wide alone
-  return {i, i};
+  std::size_t next = i;
+  while (next < spots.size() && spots[next].blank) ++next;
+  return {i, next};
 }
 
 void add_lines(std::string_view text, const FontFace& face, float limit, ShapedText& shaped) {

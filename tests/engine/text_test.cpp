@@ -177,6 +177,11 @@ TEST(Shape, ASyllableIsNeverCut) {
     EXPECT_EQ(line.size() % std::string("कि").size(), 0u) << line;
 }
 
+TEST(Shape, TextFromRightToLeftStaysWhole) {
+  const std::string name = "\u0639\u0644\u06CC \u0628\u0627\u0632\u0627\u0631";
+  EXPECT_EQ(lines_of(shape("A " + name + " B", style_of(), 20, 200)), (std::vector<std::string>{"A", name, "B"}));
+}
+
 TEST(Shape, BytesThatAreNoTextShowAsReplacement) {
   const ShapedPtr shaped = shape("a\xFF\xC3z", style_of(), 20, 0);
   EXPECT_EQ(text_of(shaped->lines[0]), "a\xEF\xBF\xBD\xEF\xBF\xBDz");
