@@ -23,7 +23,7 @@ class ConnectionObject final : public Object {
   bool has(DISPID id) const override;
   HRESULT call(DISPID id) override;
   HRESULT get(DISPID id, value::Variant& value) override;
-  HRESULT put(DISPID, const VARIANT&, bool) override { return DISP_E_MEMBERNOTFOUND; }
+  HRESULT put(DISPID, const VARIANT&, WORD) override { return DISP_E_MEMBERNOTFOUND; }
   void drop() override;
 
  private:

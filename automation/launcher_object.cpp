@@ -59,9 +59,11 @@ HRESULT LauncherObject::get(DISPID id, value::Variant& value) {
   return S_OK;
 }
 
-HRESULT LauncherObject::put(DISPID id, const VARIANT& argument, bool by_reference) {
+HRESULT LauncherObject::put(DISPID id, const VARIANT& argument, WORD flags) {
   const Member& member = *launcher_->row().find(id);
-  if (member.is_method() || by_reference != (member.argument == Argument::Object)) return DISP_E_MEMBERNOTFOUND;
+  const bool by_reference = member.argument == Argument::Object;
+  const WORD needed = by_reference ? DISPATCH_PROPERTYPUTREF : DISPATCH_PROPERTYPUT;
+  if (member.is_method() || !(flags & needed)) return DISP_E_MEMBERNOTFOUND;
   return by_reference ? put_object(member, argument) : put_value(member, argument);
 }
 

@@ -18,7 +18,7 @@ class LauncherObject final : public Object {
   bool has(DISPID id) const override;
   HRESULT call(DISPID id) override;
   HRESULT get(DISPID id, value::Variant& value) override;
-  HRESULT put(DISPID id, const VARIANT& argument, bool by_reference) override;
+  HRESULT put(DISPID id, const VARIANT& argument, WORD flags) override;
   void drop() override { launcher_.reset(); }
 
  private:

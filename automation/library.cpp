@@ -23,7 +23,7 @@ void start_library() {
   static const bool started = [] {
     layouts::embed();
     frame::set_report_classes(report_list());
-    frame::register_ports(library().job);
+    frame::set_headless_ports(library().job);
     return true;
   }();
   static_cast<void>(started);
@@ -36,8 +36,7 @@ Job& job() {
 
 void end_job() {
   library().messages = std::move(library().job->messages);
-  library().job = std::make_shared<Job>();
-  frame::register_ports(library().job);
+  *library().job = Job();
 }
 
 const std::vector<std::string>& last_messages() {

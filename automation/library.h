@@ -11,7 +11,8 @@
 
 namespace dorvo::automation {
 
-// Makes the report classes and stored layouts known and lets the job take the viewer's place. Does so once.
+// Makes the report classes and stored layouts known, and the job what prints while no preview is registered. Does so
+// once.
 void start_library();
 
 // The job that is being put together or runs.

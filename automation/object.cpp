@@ -128,7 +128,7 @@ HRESULT Object::dispatch(DISPID id, WORD flags, const DISPPARAMS& params, VARIAN
   const bool is_put = flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF);
   if (const HRESULT code = check_arguments(params, is_put); failed(code)) return code;
   if (is_put) {
-    const HRESULT code = put(id, params.rgvarg[0], flags & DISPATCH_PROPERTYPUTREF);
+    const HRESULT code = put(id, params.rgvarg[0], flags);
     if (bad_argument && (code == DISP_E_TYPEMISMATCH || code == DISP_E_PARAMNOTOPTIONAL)) *bad_argument = 0;
     return code;
   }

@@ -44,7 +44,8 @@ class Object : public IDispatch {
   // The three ways to use a member. DISP_E_MEMBERNOTFOUND when the member cannot be used so. They may throw a Failure.
   virtual HRESULT call(DISPID id) = 0;
   virtual HRESULT get(DISPID id, value::Variant& value) = 0;
-  virtual HRESULT put(DISPID id, const VARIANT& argument, bool by_reference) = 0;
+  // `flags` tell by value, by reference, or either.
+  virtual HRESULT put(DISPID id, const VARIANT& argument, WORD flags) = 0;
 
   virtual void drop() = 0;  // lets go of what the object holds, at its last release
 

@@ -5,23 +5,31 @@
 namespace dorvo::frame {
 namespace {
 
-std::shared_ptr<Ports>& registered() {
-  static std::shared_ptr<Ports> ports = std::make_shared<HeadlessPorts>();
-  return ports;
+struct Registered {
+  std::shared_ptr<Ports> ports;
+  std::shared_ptr<Ports> headless = std::make_shared<HeadlessPorts>();
+};
+
+Registered& registered() {
+  static Registered all;
+  return all;
 }
 
 }  // namespace
 
 Ports& ports() {
-  return *registered();
+  return registered().ports ? *registered().ports : *registered().headless;
 }
 
 void register_ports(std::shared_ptr<Ports> ports) {
-  registered() = ports ? std::move(ports) : std::make_shared<HeadlessPorts>();
+  registered().ports = std::move(ports);
+}
+
+void set_headless_ports(std::shared_ptr<Ports> ports) {
+  registered().headless = std::move(ports);
 }
 
 void HeadlessPorts::show(Report& report) {
-  if (opened) opened(report);
   report.sink(sink);
   report.run();
 }

@@ -2,7 +2,6 @@
 // one the headless ports print without any window.
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -36,6 +35,8 @@ class Ports {
 // The ports in use: those registered last, else the headless ones.
 Ports& ports();
 void register_ports(std::shared_ptr<Ports> ports);  // empty: back to the headless ones
+// What stands in while no others are registered; `ports` is not empty.
+void set_headless_ports(std::shared_ptr<Ports> ports);
 
 // Prints without windows: runs the report, keeps its pages in it or sends them to the sink, answers every dialog
 // with Cancel and collects messages.
@@ -51,7 +52,6 @@ class HeadlessPorts : public Ports {
 
   // Takes the pages of every report that is shown, as they are completed; empty: the report keeps them.
   engine::PageSink sink;
-  std::function<void(Report&)> opened;  // before a run
   std::vector<std::string> messages;
 };
 

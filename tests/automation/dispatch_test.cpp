@@ -99,6 +99,7 @@ TEST(Dispatch, WrongUse) {
       {"put of a method", form, "SHowForm", DISPATCH_PROPERTYPUT, &key, 1, DISP_E_MEMBERNOTFOUND},
       {"read of a method", form, "SHowForm", DISPATCH_PROPERTYGET, nullptr, 0, DISP_E_MEMBERNOTFOUND},
       {"put by reference of a value", form, "PropCMasterID", DISPATCH_PROPERTYPUTREF, &key, 1, DISP_E_MEMBERNOTFOUND},
+      {"put either way", form, "PropCMasterID", DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF, &key, 1, S_OK},
       {"no argument", form, "PropCMasterID", DISPATCH_PROPERTYPUT, nullptr, 0, DISP_E_BADPARAMCOUNT},
       {"two arguments", form, "PropCMasterID", DISPATCH_PROPERTYPUT, two, 2, DISP_E_BADPARAMCOUNT},
       {"argument to a method", form, "SHowForm", DISPATCH_METHOD, &key, 1, DISP_E_BADPARAMCOUNT},
