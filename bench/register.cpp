@@ -61,7 +61,7 @@ class Register : public engine::ActiveReport {
     page.LeftMargin = page.RightMargin = 500;
     page.TopMargin = page.BottomMargin = 700;
     recMaster().ConnectionString(connection_);
-    recMaster().Source("SELECT No, ReturnDate, Dealer, Tin, Sales, Tax, Paid, Due, Bank FROM Register ORDER BY No");
+    recMaster().Source(kRegisterQuery);
   }
 
  private:
@@ -86,10 +86,10 @@ void make_register(const std::string& file, int rows) {
   sqlite3_close(database);
 }
 
-std::unique_ptr<engine::ActiveReport> register_report(const std::string& file) {
+std::unique_ptr<engine::ActiveReport> register_report(const std::string& connection_text) {
   const engine::LayoutPtr read =
       engine::read_layout(layout(), "Register.xml", [](std::string_view) { return std::string(); });
-  return std::make_unique<Register>(read, "Provider=SQLite;Data Source=" + file);
+  return std::make_unique<Register>(read, connection_text);
 }
 
 }  // namespace dorvo::bench

@@ -11,7 +11,10 @@ namespace dorvo::bench {
 // Makes a database file with the table "Register" of so many rows.
 void make_register(const std::string& file, int rows);
 
-// A report over all its rows in the order of their keys.
-std::unique_ptr<engine::ActiveReport> register_report(const std::string& file);
+inline constexpr const char* kRegisterQuery =
+    "SELECT No, ReturnDate, Dealer, Tin, Sales, Tax, Paid, Due, Bank FROM Register ORDER BY No";
+
+// A report over all rows of that table in the order of their keys.
+std::unique_ptr<engine::ActiveReport> register_report(const std::string& connection_text);
 
 }  // namespace dorvo::bench

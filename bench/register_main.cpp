@@ -32,7 +32,7 @@ int main(int count, char** arguments) {
   const auto start = std::chrono::steady_clock::now();
   export_::PdfFilter filter;
   filter.FileName = (folder / "dorvo-register.pdf").string();
-  const auto report = bench::register_report(database);
+  const auto report = bench::register_report("Provider=SQLite;Data Source=" + database);
   int pages = 0;
   filter.begin();
   report->sink([&](const engine::PagePtr& page) {

@@ -109,11 +109,10 @@ Column described(const OdbcHandle& statement, SQLUSMALLINT number, Dialect diale
 }
 
 void add_text(Table& table, const Column& column, const SQLWCHAR* text, std::size_t bytes) {
-  if (column.type == ColumnType::Undeclared) {
-    add_text(table, ColumnType::Text, narrow(text, bytes / sizeof(SQLWCHAR)));
-  } else {
-    add_text(table, column.type, narrow(text, bytes / sizeof(SQLWCHAR)));
-  }
+  const std::size_t units = bytes / sizeof(SQLWCHAR);
+  if (column.type == ColumnType::Text || column.type == ColumnType::Undeclared)
+    return table.add(std::u16string_view(reinterpret_cast<const char16_t*>(text), units));
+  add_text(table, column.type, narrow(text, units));
 }
 
 void add_value(Table& table, const Column& column, const char* value, std::size_t bytes) {

@@ -56,6 +56,16 @@ void Table::add(double number) {
 void Table::add(std::string_view text) {
   const std::size_t offset = arena_.size();
   append_utf8(arena_, text);
+  add_text_from(offset);
+}
+
+void Table::add(std::u16string_view text) {
+  const std::size_t offset = arena_.size();
+  append_utf8(arena_, text);
+  add_text_from(offset);
+}
+
+void Table::add_text_from(std::size_t offset) {
   const std::size_t length = arena_.size() - offset;
   if (length > std::numeric_limits<std::uint32_t>::max())
     throw value::Failure(value::Error::QueryFailed, "A text column holds more than 4 GB");

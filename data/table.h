@@ -39,7 +39,8 @@ class Table {
   void add(std::int64_t number);
   void add(double number);
   void add(std::string_view text);  // copied into the arena; bytes that are no UTF-8 become U+FFFD
-  void add(const char*) = delete;   // would be taken for a flag
+  void add(std::u16string_view text);
+  void add(const char*) = delete;  // would be taken for a flag
   void add(const value::Date& date);
 
   std::size_t rows() const { return columns().empty() ? 0 : cells_.size() / columns().size(); }
@@ -59,6 +60,8 @@ class Table {
       std::uint64_t offset;  // of a text in the arena
     };
   };
+  void add_text_from(std::size_t offset);
+
   std::shared_ptr<const Columns> columns_;
   std::vector<Cell> cells_;
   std::string arena_;

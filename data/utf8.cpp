@@ -61,7 +61,12 @@ void append_utf8(std::string& out, std::string_view text) {
 }
 
 void append_utf8(std::string& out, std::u16string_view text) {
-  for (std::size_t at = 0; at < text.size(); ++at) {
+  const std::size_t before = out.size();
+  out.resize(before + text.size());
+  std::size_t at = 0;
+  for (; at < text.size() && text[at] < 0x80; ++at) out[before + at] = static_cast<char>(text[at]);
+  out.resize(before + at);
+  for (; at < text.size(); ++at) {
     const std::uint32_t unit = text[at];
     const bool high = unit >= 0xD800 && unit <= 0xDBFF;
     const bool paired = high && at + 1 < text.size() && text[at + 1] >= 0xDC00 && text[at + 1] <= 0xDFFF;

@@ -40,6 +40,9 @@ struct DemoPractice {
 };
 int write_demo_database(const DemoPractice& demo);
 
+// The tables that the reports read, as statements of a dialect by its name; UsageError for a dialect there is not.
+int write_schema(const std::string& dialect);
+
 // One line on stderr, whatever line ends the text has.
 void tell(const std::string& text);
 

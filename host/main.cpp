@@ -114,6 +114,11 @@ void describe_demo(CLI::App& program, DemoPractice& demo) {
   app->add_option("--seed", demo.seed, "The same seed gives the same file")->capture_default_str();
 }
 
+void describe_schema(CLI::App& program, std::string& dialect) {
+  CLI::App* app = program.add_subcommand("schema", "Writes the statements that make the tables the reports read");
+  app->add_option("DIALECT", dialect, "sqlite, sqlserver or postgresql")->required();
+}
+
 int run(int argc, char** argv) {
   CLI::App program("Prints the statutory forms and reports of a practice without a window", "dorvoform");
   program.set_version_flag("--version", std::string("dorvoform ") + DorvoVersion());
@@ -124,6 +129,8 @@ int run(int argc, char** argv) {
   program.add_subcommand("classes", "Lists the launcher classes with their members");
   program.add_subcommand("reports", "Lists the report classes and whether they are built");
   describe_demo(program, demo);
+  std::string dialect;
+  describe_schema(program, dialect);
   try {
     program.parse(argc, argv);
   } catch (const CLI::Success& asked) {
@@ -131,9 +138,11 @@ int run(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     throw UsageError(error.what());
   }
-  if (program.get_subcommands().empty()) throw UsageError("a command is required: print, classes, reports or demo-db");
+  if (program.get_subcommands().empty())
+    throw UsageError("a command is required: print, classes, reports, demo-db or schema");
   if (program.got_subcommand("print")) return print_command.run();
   if (program.got_subcommand("classes")) return list_classes();
+  if (program.got_subcommand("schema")) return write_schema(dialect);
   return program.got_subcommand("reports") ? list_reports() : write_demo_database(demo);
 }
 
