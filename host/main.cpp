@@ -71,8 +71,7 @@ void PrintCommand::describe(CLI::App& program) {
                       &kinds);
   app->add_option("--out", job.outputs, "File to write, its kind by its extension:" + kinds)
       ->type_name("FILE")
-      ->required()
-      ->allow_extra_args(false);
+      ->required();
   app->footer(options_of_formats());
   app->add_option("--option", job.options, "Property of a format's filter, as PDF.Version=0; see below")
       ->type_name("FORMAT.NAME=VALUE")

@@ -97,13 +97,5 @@ TEST_F(JobTest, FailureOnTheWayKeepsThePagesSoFarInTheDumpAlone) {
   EXPECT_NE(dumped["messages"].back().get<std::string>().find("txtA"), std::string::npos);
 }
 
-TEST_F(JobTest, LaterReportWritesTheSameFilesAnew) {
-  job.show(report);
-  database.run("DELETE FROM T WHERE A > 1");
-  job.show(report);
-  EXPECT_EQ(job.pages(), 1u);
-  EXPECT_EQ(dump()["pages"].size(), 1u);
-}
-
 }  // namespace
 }  // namespace dorvo::automation

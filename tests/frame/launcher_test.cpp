@@ -96,16 +96,6 @@ TEST_F(LauncherTest, OptionsStaySetForTheNextReportOfAnyClass) {
   EXPECT_TRUE(all.preprinted);
 }
 
-TEST_F(LauncherTest, TwoDoorsToOneConnectionText) {
-  Launcher general = launcher("generalPrintClass");
-  Launcher form = launcher("clsForm1");
-  put(general, "ConnectionString", "first");
-  put(form, "ConnectionString", "second");
-  EXPECT_EQ(basMain().ConnectionString, "second");
-  put(general, "ConnectionString", "third");
-  EXPECT_EQ(basMain().ConnectionString, "third");
-}
-
 TEST_F(LauncherTest, OnlyTheBooleanTrueAsksForDraftAndFooter) {
   Launcher general = launcher("generalPrintClass");
   for (const auto& [given, expected] : {std::pair<value::Variant, bool>{true, true}, {1, false}, {-1, true}}) {

@@ -65,11 +65,6 @@ TEST_F(RunTest, NameAndProductStandOnTheFirstPageOnly) {
   EXPECT_EQ(on_pages(report, "lblpageno"), (Texts{"1", "2", "3"}));
 }
 
-TEST_F(RunTest, WithoutShowFooterNoNameOnAnyPage) {
-  basMain().UserName = "A. Kulkarni";
-  EXPECT_EQ(on_pages(shown(), "lblName"), (Texts{"-", "-", "-"}));
-}
-
 TEST_F(RunTest, PreprintedKeepsTheFooterAndTheHeader) {
   basMain().preprinted = true;
   basMain().BlankForm = true;
@@ -103,16 +98,6 @@ TEST_F(RunTest, NoRowsNoPagesNoDialog) {
   register_ports(recording);
   report.ShowExportDialog();
   EXPECT_TRUE(recording->exported.empty());
-}
-
-TEST_F(RunTest, PagesGoToTheSinkInsteadOfTheReport) {
-  auto headless = std::make_shared<HeadlessPorts>();
-  std::vector<int> numbers;
-  headless->sink = [&](const engine::PagePtr& page) { numbers.push_back(page->number); };
-  register_ports(headless);
-  const Report& report = shown();
-  EXPECT_EQ(numbers, (std::vector<int>{1, 2, 3}));
-  EXPECT_EQ(report.Pages().Count(), 0u);
 }
 
 TEST_F(RunTest, FailureOfTheDatabaseReachesTheCaller) {
