@@ -37,7 +37,7 @@ class Report : public engine::ActiveReport {
   void Show();
   // Opens the export dialog on the report's pages; nothing happens when there are none.
   void ShowExportDialog();
-  void ActiveReport_ToolbarClick(const engine::Tool& tool);
+  virtual void ActiveReport_ToolbarClick(const engine::Tool& tool);
 
   // A launcher's PropHeading: the caption of `lblHeading`, kept for later runs.
   void heading(const std::string& caption);
