@@ -7,29 +7,17 @@
 #include "value/text.h"
 
 namespace dorvo::data {
-namespace {
-
-std::uint32_t name_hash(std::string_view name) {
-  std::uint32_t hash = 2166136261U;
-  for (const char c : name) {
-    const char lower = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    hash = (hash ^ static_cast<unsigned char>(lower)) * 16777619U;
-  }
-  return hash;
-}
-
-}  // namespace
 
 Columns::Columns(std::vector<std::string> names_in_order) : names(std::move(names_in_order)) {
   index_.reserve(names.size());
   for (std::size_t at = 0; at < names.size(); ++at)
-    index_.emplace_back(name_hash(names[at]), static_cast<std::uint32_t>(at));
+    index_.emplace_back(value::name_hash(names[at]), static_cast<std::uint32_t>(at));
   std::sort(index_.begin(), index_.end());
 }
 
 std::size_t Columns::find(std::string_view column) const {
-  const std::uint32_t hash = name_hash(column);
-  auto at = std::lower_bound(index_.begin(), index_.end(), std::pair<std::uint32_t, std::uint32_t>(hash, 0));
+  const std::uint64_t hash = value::name_hash(column);
+  auto at = std::lower_bound(index_.begin(), index_.end(), std::pair<std::uint64_t, std::uint32_t>(hash, 0));
   for (; at != index_.end() && at->first == hash; ++at)
     if (value::same_name(names[at->second], column)) return at->second;
   return npos;

@@ -25,7 +25,7 @@ struct Columns {
   std::vector<std::string> names;
 
  private:
-  std::vector<std::pair<std::uint32_t, std::uint32_t>> index_;  // hash of the name, column; sorted
+  std::vector<std::pair<std::uint64_t, std::uint32_t>> index_;  // hash of the name, column; sorted
 };
 
 class Table {

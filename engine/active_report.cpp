@@ -63,12 +63,7 @@ Tool& Toolbar::add(std::string caption) {
 }
 
 std::size_t ActiveReport::NameHash::operator()(std::string_view name) const {
-  std::size_t hash = 1469598103934665603u;
-  for (const char c : name) {
-    const auto letter = static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
-    hash = (hash ^ letter) * 1099511628211u;
-  }
-  return hash;
+  return value::name_hash(name);
 }
 
 bool ActiveReport::SameName::operator()(std::string_view left, std::string_view right) const {

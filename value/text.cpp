@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 #include <limits>
 
 namespace dorvo::value {
@@ -252,6 +253,20 @@ Date date_of_serial(double serial) {
   date.year = static_cast<int>(yoe + era * 400 + (date.month <= 2 ? 1 : 0));
   date.seconds = static_cast<int>(seconds);
   return date;
+}
+
+std::uint64_t name_hash(std::string_view name) {
+  constexpr std::uint64_t kFold = 0x2020202020202020;  // the bit between the capitals of ASCII and their small letters
+  std::uint64_t hash = name.size();
+  while (!name.empty()) {
+    std::uint64_t part = 0;
+    const std::size_t bytes = std::min(name.size(), sizeof part);
+    std::memcpy(&part, name.data(), bytes);
+    hash = (hash ^ (part | kFold)) * 0x9E3779B97F4A7C15;
+    hash ^= hash >> 32;
+    name.remove_prefix(bytes);
+  }
+  return hash;
 }
 
 std::string lower_name(std::string_view name) {

@@ -1,6 +1,7 @@
 // Between text, numbers and dates. One rule for the whole library, independent of the C locale.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -40,6 +41,7 @@ Date date_of_serial(double serial);
 
 // The byte-wise comparison of names that ignores the case of ASCII letters: columns, controls, members.
 bool same_name(std::string_view left, std::string_view right);
+std::uint64_t name_hash(std::string_view name);  // equal for names that are the same
 std::string lower_name(std::string_view name);
 
 std::string_view trim(std::string_view text);
