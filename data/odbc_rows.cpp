@@ -165,6 +165,7 @@ class Reader {
       names.push_back(columns_.back().name);
     }
     table_ = std::make_unique<Table>(std::move(names));
+    expect_rows();
     if (bind) bind_columns();
   }
 
@@ -180,6 +181,14 @@ class Reader {
   }
 
  private:
+  // A driver that has the whole result at hand knows how many rows it has; others say so.
+  void expect_rows() {
+    constexpr SQLLEN kMostBelieved = 1000000;
+    SQLLEN rows = -1;
+    if (succeeded(SQLRowCount(statement_.get(), &rows)) && rows > 0 && rows <= kMostBelieved)
+      table_->expect(static_cast<std::size_t>(rows));
+  }
+
   void bind_columns() {
     std::size_t bytes = 0;
     for (; bound_ < columns_.size() && columns_[bound_].width != 0; ++bound_)

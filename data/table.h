@@ -33,6 +33,9 @@ class Table {
   explicit Table(std::vector<std::string> columns) : Table(std::make_shared<Columns>(std::move(columns))) {}
   explicit Table(std::shared_ptr<const Columns> columns) : columns_(std::move(columns)) {}
 
+  // So many rows are about to come.
+  void expect(std::size_t rows) { cells_.reserve(rows * columns().size()); }
+
   // Append the next cell, left to right, row after row.
   void add_null();
   void add(bool flag);
