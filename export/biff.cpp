@@ -79,10 +79,6 @@ std::size_t horizontal(const CellFormat& format) {
   return format.align == engine::Align::Left ? 1 : format.align == engine::Align::Center ? 2 : 3;
 }
 
-std::size_t vertical(const CellFormat& format) {
-  return format.valign == engine::VAlign::Top ? 0 : format.valign == engine::VAlign::Middle ? 1 : 2;
-}
-
 // Thin for every side that has a border, at the bits where the version keeps that side.
 std::size_t sides(int border, int top, int left, int bottom, int right, std::size_t value) {
   return (border & kBorderTop ? value << top : 0) | (border & kBorderLeft ? value << left : 0) |
@@ -233,7 +229,7 @@ void BiffStyles::add_format(std::string& out, const CellFormat& format, bool sty
   const auto decimals = static_cast<std::size_t>(std::clamp(format.decimals, 0, kDecimalFormats));
   const std::size_t code = format.decimals == kGeneral ? 0 : decimals + (biff_workbook(version_) ? kFirstOwnFormat : 1);
   const std::size_t kind = style ? 0xFFF5 : 0x0001;  // of a style, or of a locked cell under style 0
-  const std::size_t wrap = format.wrap ? 8 : 0;
+  const std::size_t wrap = format.wrap ? 8 : 0;      // vertical alignment 0: at the top, where rows begin
   constexpr std::size_t kAllUsed = 0xFC;
   BiffBytes xf;
   switch (version_) {
@@ -247,12 +243,12 @@ void BiffStyles::add_format(std::string& out, const CellFormat& format, bool sty
       break;
     case 4:
       xf.u8(font_index(format.font)).u8(code).u16(kind);
-      xf.u8(horizontal(format) | wrap | vertical(format) << 4).u8(kAllUsed).u16(0);
+      xf.u8(horizontal(format) | wrap).u8(kAllUsed).u16(0);
       xf.u32(sides(format.border, 0, 8, 16, 24, kThin | kRuleColor << 3));
       break;
     case 8:
       xf.u16(font_index(format.font)).u16(code).u16(kind);
-      xf.u8(horizontal(format) | wrap | vertical(format) << 4).u8(0).u8(0).u8(kAllUsed);
+      xf.u8(horizontal(format) | wrap).u8(0).u8(0).u8(kAllUsed);
       xf.u32(sides(format.border, 8, 0, 12, 4, kThin) | (format.border & kBorderLeft ? kRuleColor << 16 : 0) |
              (format.border & kBorderRight ? kRuleColor << 23 : 0));
       xf.u32((format.border & kBorderTop ? kRuleColor : 0) | (format.border & kBorderBottom ? kRuleColor << 7 : 0));
@@ -260,7 +256,7 @@ void BiffStyles::add_format(std::string& out, const CellFormat& format, bool sty
       break;
     default:
       xf.u16(font_index(format.font)).u16(code).u16(kind);
-      xf.u8(horizontal(format) | wrap | vertical(format) << 4).u8(kAllUsed);
+      xf.u8(horizontal(format) | wrap).u8(kAllUsed);
       xf.u32(0x20C0 | (format.border & kBorderBottom ? kThin << 22 | kRuleColor << 25 : 0));
       xf.u32(sides(format.border & ~kBorderBottom, 0, 3, 0, 6, kThin) |
              (format.border & kBorderTop ? kRuleColor << 9 : 0) | (format.border & kBorderLeft ? kRuleColor << 16 : 0) |

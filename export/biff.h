@@ -59,7 +59,6 @@ struct CellFormat {
   std::size_t font = 0;     // as BiffStyles::font() gave it
   int decimals = kGeneral;  // of a number
   engine::Align align = engine::Align::Left;
-  engine::VAlign valign = engine::VAlign::Top;
   bool general_align = true;
   bool across = false;  // centred over the empty cells to its right
   bool wrap = false;

@@ -13,13 +13,14 @@ std::size_t track_of(const std::vector<int>& starts, int position) {
   return after == starts.begin() ? 0 : static_cast<std::size_t>(after - starts.begin()) - 1;
 }
 
-// The last track that a box reaches into by more than the border space, and at least to its middle.
-std::size_t last_track(const std::vector<int>& starts, int last_end, std::size_t first, int end, int border_space) {
+// The last track that a box reaches into by more than the border space: with its text, or to the track's middle.
+std::size_t last_track(const std::vector<int>& starts, int last_end, std::size_t first, int end, int text_end,
+                       int border_space) {
   std::size_t last = first;
   while (last + 1 < starts.size()) {
     const int start = starts[last + 1];
     const int size = (last + 2 < starts.size() ? starts[last + 2] : last_end) - start;
-    if (end - start <= std::max(border_space, (size - 1) / 2)) break;
+    if (end - start <= std::max(border_space, (size - 1) / 2) && text_end - start <= border_space) break;
     ++last;
   }
   return last;
@@ -40,6 +41,12 @@ std::size_t nearest_boundary(const std::vector<int>& starts, int end, int positi
     if (next < distance) best = i, distance = next;
   }
   return best;
+}
+
+// How many tracks begin before a rule, so that it lies behind their texts and before those of the others.
+std::size_t tracks_before(const std::vector<int>& starts, int rule) {
+  constexpr int kInText = 100;  // twips: a rule that is nearer to a text's edge runs along it
+  return static_cast<std::size_t>(std::lower_bound(starts.begin(), starts.end(), rule - kInText) - starts.begin());
 }
 
 std::vector<int> sizes(const std::vector<int>& starts, int end, int minimum) {
@@ -79,6 +86,8 @@ class GridMaker {
     grid_.columns = columns_.starts.size();
     find_columns();
     find_rows();
+    for (const GridRule& rule : rules) add_row_at(rule);
+    place_in_rows();
     make_cells();
     span_cells();
     for (const GridRule& rule : rules) draw(rule);
@@ -90,8 +99,8 @@ class GridMaker {
   void find_columns() {
     for (std::size_t i = 0; i < boxes_.size(); ++i) {
       places_[i].first_column = track_of(columns_.starts, boxes_[i].left);
-      places_[i].last_column =
-          last_track(columns_.starts, columns_.right, places_[i].first_column, boxes_[i].right, options_.border_space);
+      places_[i].last_column = last_track(columns_.starts, columns_.right, places_[i].first_column, boxes_[i].right,
+                                          boxes_[i].text_end(), options_.border_space);
     }
   }
 
@@ -110,14 +119,38 @@ class GridMaker {
     }
     for (const GridBox& box : boxes_) grid_.bottom = std::max(grid_.bottom, box.bottom);
     grid_.row_starts = starts_before(edges.starts(), grid_.bottom);
+    content_of_rows();
+  }
+
+  void content_of_rows() {
     grid_.content = grid_.row_starts;
+    for (const GridBox& box : boxes_) {
+      int& content = grid_.content[track_of(grid_.row_starts, box.top)];
+      content = std::max(content, box.bottom);
+    }
+  }
+
+  // A rule across empty space, well before the next text, ends the row above it: else it would run along that text.
+  void add_row_at(const GridRule& rule) {
+    const int y = rule.y1;
+    if (rule.y2 != y || grid_.rows() == 0) return;
+    const std::size_t next = tracks_before(grid_.row_starts, y);
+    if (next == 0 || y < grid_.content[next - 1]) return;
+    if (next == grid_.rows()) {
+      grid_.bottom = std::max(grid_.bottom, y);
+    } else if (grid_.row_starts[next] - y >= std::max(options_.min_row_height, options_.border_space + 1)) {
+      const auto at = static_cast<std::ptrdiff_t>(next);
+      grid_.row_starts.insert(grid_.row_starts.begin() + at, y);
+      grid_.content.insert(grid_.content.begin() + at, y);
+    }
+  }
+
+  void place_in_rows() {
     for (std::size_t i = 0; i < boxes_.size(); ++i) {
       Place& place = places_[i];
       place.first_row = track_of(grid_.row_starts, boxes_[i].top);
-      place.last_row =
-          last_track(grid_.row_starts, grid_.bottom, place.first_row, boxes_[i].bottom, options_.border_space);
-      int& content = grid_.content[place.first_row];
-      content = std::max(content, boxes_[i].bottom);
+      place.last_row = last_track(grid_.row_starts, grid_.bottom, place.first_row, boxes_[i].bottom, boxes_[i].bottom,
+                                  options_.border_space);
     }
     grid_.borders.assign(grid_.rows() * grid_.columns, 0);
   }
@@ -129,19 +162,21 @@ class GridMaker {
       return std::pair(places_[a].first_row, places_[a].first_column) <
              std::pair(places_[b].first_row, places_[b].first_column);
     });
-    taken_.assign(grid_.rows() * grid_.columns, false);
+    owner_.assign(grid_.rows() * grid_.columns, kNone);
     for (std::size_t box : order) {
       const Place& place = places_[box];
-      std::vector<bool>::reference taken = taken_[place.first_row * grid_.columns + place.first_column];
-      if (!taken) grid_.cells.push_back({place.first_row, place.first_column, 1, 1, {}});
-      taken = true;
+      std::size_t& owner = owner_[place.first_row * grid_.columns + place.first_column];
+      if (owner == kNone) {
+        owner = grid_.cells.size();
+        grid_.cells.push_back({place.first_row, place.first_column, 1, 1, {}});
+      }
       grid_.cells.back().boxes.push_back(box);
     }
   }
 
   bool free(std::size_t row, std::size_t column, std::size_t columns) const {
     for (std::size_t i = 0; i < columns; ++i)
-      if (taken_[row * grid_.columns + column + i]) return false;
+      if (owner_[row * grid_.columns + column + i] != kNone) return false;
     return true;
   }
 
@@ -155,25 +190,44 @@ class GridMaker {
         ++cell.rows;
       for (std::size_t row = 0; row < cell.rows; ++row)
         for (std::size_t column = 0; column < cell.columns; ++column)
-          taken_[(cell.row + row) * grid_.columns + cell.column + column] = true;
+          owner_[(cell.row + row) * grid_.columns + cell.column + column] =
+              static_cast<std::size_t>(&cell - grid_.cells.data());
     }
   }
 
   void draw(const GridRule& rule) {
     if (grid_.rows() == 0 || grid_.columns == 0) return;
-    const std::size_t left = nearest_boundary(columns_.starts, columns_.right, std::min(rule.x1, rule.x2));
-    const std::size_t right = nearest_boundary(columns_.starts, columns_.right, std::max(rule.x1, rule.x2));
-    const std::size_t top = nearest_boundary(grid_.row_starts, grid_.bottom, std::min(rule.y1, rule.y2));
-    const std::size_t bottom = nearest_boundary(grid_.row_starts, grid_.bottom, std::max(rule.y1, rule.y2));
-    if (std::abs(rule.x2 - rule.x1) >= std::abs(rule.y2 - rule.y1)) {
-      const bool below = top == grid_.rows();
-      for (std::size_t column = left; column < std::max(right, left + 1) && column < grid_.columns; ++column)
-        mark(below ? top - 1 : top, column, below ? kBorderBottom : kBorderTop);
-    } else {
-      const bool beyond = left == grid_.columns;
-      for (std::size_t row = top; row < std::max(bottom, top + 1) && row < grid_.rows(); ++row)
-        mark(row, beyond ? left - 1 : left, beyond ? kBorderRight : kBorderLeft);
+    const auto [x1, x2] = std::minmax(rule.x1, rule.x2);
+    const auto [y1, y2] = std::minmax(rule.y1, rule.y2);
+    if (x2 - x1 >= y2 - y1)
+      draw_across(tracks_before(grid_.row_starts, y1), nearest_boundary(columns_.starts, columns_.right, x1),
+                  nearest_boundary(columns_.starts, columns_.right, x2));
+    else
+      draw_down(x1, nearest_boundary(grid_.row_starts, grid_.bottom, y1),
+                nearest_boundary(grid_.row_starts, grid_.bottom, y2));
+  }
+
+  void draw_across(std::size_t below, std::size_t left, std::size_t right) {
+    const bool last = below == grid_.rows();
+    for (std::size_t column = left; column < std::max(right, left + 1) && column < grid_.columns; ++column)
+      mark(last ? below - 1 : below, column, last ? kBorderBottom : kBorderTop);
+  }
+
+  void draw_down(int x, std::size_t top, std::size_t bottom) {
+    for (std::size_t row = top; row < std::max(bottom, top + 1) && row < grid_.rows(); ++row) {
+      const std::size_t behind = beside_cell(row, tracks_before(columns_.starts, x), x);
+      const bool last = behind == grid_.columns;
+      mark(row, last ? behind - 1 : behind, last ? kBorderRight : kBorderLeft);
     }
+  }
+
+  // A rule that comes down in a cell stands on the side of its box that is nearer.
+  std::size_t beside_cell(std::size_t row, std::size_t boundary, int x) const {
+    const std::size_t owner = boundary == 0 ? kNone : owner_[row * grid_.columns + boundary - 1];
+    if (owner == kNone) return boundary;
+    const GridCell& cell = grid_.cells[owner];
+    const GridBox& box = boxes_[cell.boxes.front()];
+    return std::abs(x - box.left) < std::abs(box.right - x) ? cell.column : cell.column + cell.columns;
   }
 
   void mark(std::size_t row, std::size_t column, std::uint8_t side) {
@@ -191,7 +245,7 @@ class GridMaker {
         const Place& other = places_[order[j]];
         if (b.top >= a.bottom && other.first_row != one.first_row) break;
         const bool one_cell = one.first_row == other.first_row && one.first_column == other.first_column;
-        const bool stand_over = common(a.left, a.right, b.left, b.right) > options_.border_space &&
+        const bool stand_over = common(a.left, a.text_end(), b.left, b.text_end()) > options_.border_space &&
                                 common(a.top, a.bottom, b.top, b.bottom) > options_.border_space;
         if (one_cell || stand_over) grid_.overlaps.push_back(std::minmax(order[i], order[j]));
       }
@@ -202,7 +256,8 @@ class GridMaker {
   const GridColumns& columns_;
   GridOptions options_;
   std::vector<Place> places_;
-  std::vector<bool> taken_;
+  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+  std::vector<std::size_t> owner_;  // by place: the cell that covers it
   Grid grid_;
 };
 
@@ -212,10 +267,17 @@ void GridEdges::keep_apart(int one, int other) {
   if (one != other) apart_.insert(std::minmax(one, other));
 }
 
+void GridEdges::keep_room(int edge, int least) {
+  const auto found = room_.insert({edge, least}).first;
+  found->second = std::max(found->second, least);
+}
+
 bool GridEdges::joins(int edge, const std::vector<int>& cluster) const {
   if (cluster.empty()) return false;
   if (edge - cluster.front() <= border_space_) return true;
   if (edge - cluster.front() >= minimum_) return false;
+  const auto room = room_.find(edge);
+  if (room != room_.end() && cluster.front() < room->second) return false;
   return std::none_of(cluster.begin(), cluster.end(), [&](int member) { return apart_.count({member, edge}) != 0; });
 }
 
@@ -232,15 +294,15 @@ std::vector<int> GridEdges::starts() const {
   return starts;
 }
 
-std::vector<int> GridColumns::widths(int minimum) const {
-  return sizes(starts, right, minimum);
+std::vector<int> GridColumns::widths() const {
+  return sizes(starts, right, 0);
 }
 
 GridColumnFinder::GridColumnFinder(const GridOptions& options)
     : options_(options), edges_(options.border_space, options.min_column_width) {}
 
 void GridColumnFinder::add(const std::vector<GridBox>& boxes) {
-  const std::vector<std::size_t> order = ordered(boxes, &GridBox::left);
+  const std::vector<std::size_t> order = ordered(boxes, &GridBox::top);
   for (std::size_t i = 0; i < order.size(); ++i) {
     const GridBox& box = boxes[order[i]];
     edges_.add(box.left);
@@ -249,13 +311,21 @@ void GridColumnFinder::add(const std::vector<GridBox>& boxes) {
       edges_.add(box.right);
       edges_.keep_apart(box.left, box.right);
     }
-    for (std::size_t j = i + 1; j < order.size(); ++j) {
+    for (std::size_t j = i + 1; j < order.size() && boxes[order[j]].top < box.bottom; ++j) {
       const GridBox& other = boxes[order[j]];
-      if (other.left - box.left >= options_.min_column_width) break;
-      if (common(box.top, box.bottom, other.top, other.bottom) > options_.border_space)
-        edges_.keep_apart(box.left, other.left);
+      if (common(box.top, box.bottom, other.top, other.bottom) > options_.border_space) add_neighbours(box, other);
     }
   }
+}
+
+// Two boxes of one row.
+void GridColumnFinder::add_neighbours(const GridBox& one, const GridBox& other) {
+  const GridBox& first = one.left <= other.left ? one : other;
+  const GridBox& second = one.left <= other.left ? other : one;
+  if (second.left - first.left < options_.min_column_width) edges_.keep_apart(first.left, second.left);
+  const int end = std::min(first.text_end(), second.left);
+  if (second.left > first.left && end > second.left - options_.min_column_width)
+    edges_.keep_room(second.left, end - options_.border_space);
 }
 
 GridColumns GridColumnFinder::columns() const {

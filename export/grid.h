@@ -3,11 +3,13 @@
 // Shared by the worksheet, HTML table and text filters. The left edge of every box is a column boundary and its top a
 // row boundary (with double boundaries its right edge and bottom too); boundaries within the border space of each other
 // are one, and so are boundaries that would make a column or row smaller than the minimum, unless two boxes of one row
-// or column would then meet in a cell. Nothing is dropped: boxes that meet in a cell all the same share it, and they
-// are told as overlaps. All lengths are twips. Same boxes, same grid.
+// or column would then meet in a cell or a text lose room to the box beside it. Such a column keeps the width that it
+// has on paper. Nothing is dropped: boxes that meet in a cell all the same share it, and they are told as overlaps. All
+// lengths are twips. Same boxes, same grid.
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <set>
 #include <utility>
 #include <vector>
@@ -26,9 +28,12 @@ struct GridBox {
   int top = 0;
   int right = 0;
   int bottom = 0;
+  int text_right = 0;  // where its text ends, when that is before `right`; 0: not known
+
+  int text_end() const { return text_right > left ? text_right : right; }
 };
 
-// A rule from one point to another; in a grid it becomes the borders of the cells along the nearest boundary.
+// A rule from one point to another; in a grid it becomes borders of cells, on the side of the texts on which it is.
 struct GridRule {
   int x1 = 0;
   int y1 = 0;
@@ -43,6 +48,8 @@ class GridEdges {
   void add(int edge) { edges_.insert(edge); }
   // The two edges bound different tracks, even a smaller one than the minimum.
   void keep_apart(int one, int other);
+  // The edge may join others only if its track then starts at `least` or after.
+  void keep_room(int edge, int least);
   // Where the tracks start, ascending.
   std::vector<int> starts() const;
 
@@ -53,13 +60,14 @@ class GridEdges {
   int minimum_;
   std::set<int> edges_;
   std::set<std::pair<int, int>> apart_;
+  std::map<int, int> room_;
 };
 
 // The columns of a table: starts of the columns, and the right end of the last one.
 struct GridColumns {
   std::vector<int> starts;
   int right = 0;
-  std::vector<int> widths(int minimum) const;  // none smaller than `minimum`
+  std::vector<int> widths() const;
 };
 
 // Collects the columns of all pages of a table; memory grows with the different edges only.
@@ -70,6 +78,8 @@ class GridColumnFinder {
   GridColumns columns() const;
 
  private:
+  void add_neighbours(const GridBox& one, const GridBox& other);
+
   GridOptions options_;
   GridEdges edges_;
   int right_ = 0;

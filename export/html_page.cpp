@@ -205,10 +205,8 @@ class TablePage {
   void add_cell(const GridCell& cell) {
     const PageItem& first = *boxes_.items[cell.boxes.front()];
     const engine::Style& style = *first.control->style;
-    constexpr std::array<const char*, 3> kVertical = {"TOP", "MIDDLE", "BOTTOM"};
     open_cell(cell.rows, cell.columns, grid_.border(cell));
-    html_ += std::string(" ALIGN=\"") + align_name(style.align) + "\" VALIGN=\"" +
-             kVertical[static_cast<std::size_t>(style.valign)] + "\">";
+    html_ += std::string(" NOWRAP ALIGN=\"") + align_name(style.align) + "\" VALIGN=\"TOP\">";
     for (std::size_t i = 0; i < cell.boxes.size(); ++i) {
       if (i > 0) html_ += " ";
       html_ += font_text(*boxes_.items[cell.boxes[i]], styles_);
@@ -304,7 +302,7 @@ std::string table_page(const engine::Page& page, HtmlStyles& styles, const std::
   const int left = columns.starts.empty() ? 0 : columns.starts.front();
   const int top = grid.rows() == 0 ? 0 : grid.row_starts.front();
   return "<DIV CLASS=\"page\"><A NAME=\"page" + std::to_string(page.number) + "\"></A>\n" +
-         TablePage(boxes, grid, styles, spacer).html(columns.widths(0), grid.heights(0, false), left, top) + "</DIV>\n";
+         TablePage(boxes, grid, styles, spacer).html(columns.widths(), grid.heights(0, false), left, top) + "</DIV>\n";
 }
 
 }  // namespace dorvo::export_

@@ -1,6 +1,9 @@
 #include "export/page_boxes.h"
 
 #include <algorithm>
+#include <cmath>
+
+#include "engine/painter.h"
 
 namespace dorvo::export_ {
 namespace {
@@ -29,10 +32,25 @@ std::vector<std::string> split_lines(std::string_view text) {
   return lines;
 }
 
+GridBox box_of(const PageItem& item, std::vector<engine::LinePlace>& places) {
+  GridBox box{item.left, item.top, item.left + item.width, item.top + item.height};
+  if (!item.shaped) return box;
+  places.clear();
+  engine::place_lines(item, places);
+  if (places.empty()) return box;
+  const auto twips = [&](double em) { return static_cast<int>(std::lround(engine::twips_of(em, item.half_points))); };
+  box.top = static_cast<int>(std::lround(places.front().baseline)) - twips(item.shaped->ascent);
+  box.bottom = box.top + twips(item.shaped->line_height) * static_cast<int>(places.size());
+  const bool from_left = !item.control->style || item.control->style->align == engine::Align::Left;
+  if (from_left) box.text_right = std::min(box.right, item.left + twips(item.shaped->widest));
+  return box;
+}
+
 }  // namespace
 
 PageBoxes boxes_of(const engine::Page& page) {
   PageBoxes found;
+  std::vector<engine::LinePlace> places;
   for (const PageItem& item : page.items) {
     const bool ruled = item.control->weight > 0;
     if (item.kind() == ControlKind::Line && ruled)
@@ -42,7 +60,7 @@ PageBoxes boxes_of(const engine::Page& page) {
     if (item.control->border && ruled) add_frame(item, found.rules);
     if (item.string().empty()) continue;
     found.items.push_back(&item);
-    found.boxes.push_back({item.left, item.top, item.left + item.width, item.top + item.height});
+    found.boxes.push_back(box_of(item, places));
   }
   return found;
 }

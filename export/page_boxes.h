@@ -1,4 +1,7 @@
 // What a finished page gives the grid step: its texts as boxes, its rules and frames as rules.
+//
+// A box is as wide as its control, which decides where its text is aligned, and as high as its text stands on paper, so
+// that texts of one line come into one row however high their controls are.
 #pragma once
 
 #include <set>

@@ -25,12 +25,30 @@ struct StoredPage {
   int left_margin = 0, right_margin = 0, top_margin = 0, bottom_margin = 0;
   std::vector<GridBox> boxes;
   std::vector<CellFormat> formats;  // of the boxes, in step, without border
-  std::vector<std::string> texts;
+  std::vector<int> widths;          // of the texts
+  std::vector<std::string> texts;   // lines end with "\n"
   std::vector<std::string> names;
   std::vector<GridRule> rules;
 };
 
-StoredPage stored(const engine::Page& page, BiffStyles& styles) {
+std::string joined(const std::vector<std::string>& lines) {
+  std::string text;
+  for (const std::string& line : lines) text += (&line == &lines.front() ? "" : "\n") + line;
+  return text;
+}
+
+std::vector<std::string> split(const std::string& text) {
+  std::vector<std::string> lines;
+  for (std::size_t at = 0; at <= text.size();) {
+    const std::size_t end = std::min(text.find('\n', at), text.size());
+    lines.push_back(text.substr(at, end - at));
+    at = end + 1;
+  }
+  return lines;
+}
+
+// `wraps`: the reader breaks texts into lines itself; else they keep those that they have on paper.
+StoredPage stored(const engine::Page& page, BiffStyles& styles, bool wraps) {
   StoredPage stored;
   stored.number = page.number;
   stored.width = page.width;
@@ -47,11 +65,13 @@ StoredPage stored(const engine::Page& page, BiffStyles& styles) {
     CellFormat format;
     format.font = styles.font(style, item->half_points);
     format.align = style.align;
-    format.valign = style.valign;
     format.general_align = false;
-    format.wrap = lines_of(*item).size() > 1;
+    const std::vector<std::string> lines = lines_of(*item);
+    format.wrap = wraps && lines.size() > 1;
     stored.formats.push_back(format);
-    stored.texts.push_back(cell_text(*item, "\n"));
+    stored.texts.push_back(wraps ? cell_text(*item, "\n") : joined(lines));
+    const double width = item->shaped ? engine::twips_of(item->shaped->widest, item->half_points) : 0;
+    stored.widths.push_back(static_cast<int>(width));
     stored.names.push_back(item->name());
   }
   return stored;
@@ -65,8 +85,8 @@ void put(Spool& spool, const StoredPage& page) {
   for (std::size_t i = 0; i < page.boxes.size(); ++i) {
     const GridBox& box = page.boxes[i];
     const CellFormat& format = page.formats[i];
-    for (int number : {box.left, box.top, box.right, box.bottom, static_cast<int>(format.font),
-                       static_cast<int>(format.align), static_cast<int>(format.valign), format.wrap ? 1 : 0})
+    for (int number : {box.left, box.top, box.right, box.bottom, box.text_right, static_cast<int>(format.font),
+                       static_cast<int>(format.align), format.wrap ? 1 : 0, page.widths[i]})
       spool.write_number(number);
     spool.write_text(page.texts[i]);
     spool.write_text(page.names[i]);
@@ -89,13 +109,13 @@ StoredPage take_page(Spool& spool) {
     *number = take_number(spool);
   for (int count = take_number(spool); count > 0; --count) {
     GridBox box;
-    for (int* number : {&box.left, &box.top, &box.right, &box.bottom}) *number = take_number(spool);
+    for (int* number : {&box.left, &box.top, &box.right, &box.bottom, &box.text_right}) *number = take_number(spool);
     CellFormat format;
     format.font = static_cast<std::size_t>(take_number(spool));
     format.align = static_cast<engine::Align>(take_number(spool));
-    format.valign = static_cast<engine::VAlign>(take_number(spool));
     format.wrap = take_number(spool) != 0;
     format.general_align = false;
+    page.widths.push_back(take_number(spool));
     page.boxes.push_back(box);
     page.formats.push_back(format);
     page.texts.push_back(spool.read_text());
@@ -200,7 +220,7 @@ class XlsFilter::Sheets {
     made.first = sheets_.empty();
     made.widths = lead_columns(page, columns);
     lead_ = made.widths.size();
-    for (int width : columns.widths(filter_.MinColumnWidth)) made.widths.push_back(width);
+    for (int width : columns.widths()) made.widths.push_back(width);
     if (made.widths.size() > limits_.columns) too_much("columns", made.widths.size(), limits_.columns);
     made.print.landscape = page.width > page.height;
     made.print.a4 = std::minmax(page.width, page.height) == std::minmax(kA4Width, kA4Height);
@@ -231,14 +251,47 @@ class XlsFilter::Sheets {
     return widths;
   }
 
+  bool merges() const { return version_ == 8; }
+
+  // A row is high enough for all of a text that stands in it alone.
+  std::vector<int> heights_of(const StoredPage& page, const Grid& grid) const {
+    std::vector<int> heights = grid.heights(filter_.MinRowHeight, filter_.TrimEmptySpace);
+    for (const GridCell& cell : grid.cells)
+      for (std::size_t box : cell.boxes)
+        if (!merges() || cell.rows == 1)
+          heights[cell.row] = std::max(heights[cell.row], page.boxes[box].bottom - page.boxes[box].top);
+    return heights;
+  }
+
+  // Without merged cells each line of a text has a sheet row of its own: how many a grid row needs for that.
+  std::vector<std::size_t> lines_of_rows(const StoredPage& page, const Grid& grid) const {
+    std::vector<std::size_t> lines(grid.rows(), 1);
+    for (const GridCell& cell : grid.cells) {
+      const std::size_t count = split(text_of(page, cell)).size();
+      if (!merges() && count >= cell.rows) lines[cell.row] = std::max(lines[cell.row], count - cell.rows + 1);
+    }
+    return lines;
+  }
+
+  static std::string text_of(const StoredPage& page, const GridCell& cell) {
+    std::string text;
+    for (std::size_t box : cell.boxes) text += (box == cell.boxes.front() ? "" : " ") + page.texts[box];
+    return text;
+  }
+
   RowPlan rows_of(const StoredPage& page, const Grid& grid) const {
     RowPlan plan;
     if (filter_.ShowMarginSpace) plan.add(page.top_margin);
     const int gap = (grid.rows() == 0 ? page.height - page.bottom_margin : grid.row_starts.front()) - page.top_margin;
     if (!filter_.TrimEmptySpace && gap > filter_.BorderSpace) plan.add(gap);
-    for (int height : grid.heights(filter_.MinRowHeight, filter_.TrimEmptySpace)) {
+    const std::vector<int> heights = heights_of(page, grid);
+    const std::vector<std::size_t> lines = lines_of_rows(page, grid);
+    for (std::size_t row = 0; row < grid.rows(); ++row) {
       plan.first.push_back(plan.heights.size());
-      plan.add(std::max(1, height));
+      const int line =
+          std::max(1, std::min(heights[row], grid.content[row] - grid.row_starts[row]) / static_cast<int>(lines[row]));
+      for (std::size_t i = 1; i < lines[row]; ++i) plan.add(line);
+      plan.add(std::max(line, heights[row] - line * (static_cast<int>(lines[row]) - 1)));
     }
     plan.first.push_back(plan.heights.size());
     if (filter_.ShowMarginSpace && grid.rows() > 0) plan.add(page.height - grid.bottom);
@@ -256,45 +309,82 @@ class XlsFilter::Sheets {
         for (std::size_t c = 0; c < cell.columns; ++c) owner[(cell.row + r) * grid.columns + cell.column + c] = &cell;
     for (std::size_t row = 0; row < grid.rows(); ++row)
       for (std::size_t column = 0; column < grid.columns; ++column)
-        write_place(page, grid, row, column, owner[row * grid.columns + column], base + plan.first[row]);
+        for (std::size_t i = plan.first[row]; i < plan.first[row + 1]; ++i)
+          write_spot(page, grid, plan, owner[row * grid.columns + column], row, column, i);
     for (const GridCell& cell : grid.cells)
-      if (version_ == 8 && (cell.rows > 1 || cell.columns > 1))
+      if (merges() && (cell.rows > 1 || cell.columns > 1))
         sheet().merges.push_back({base + plan.first[cell.row], base + plan.first[cell.row + cell.rows] - 1,
                                   lead_ + cell.column, lead_ + cell.column + cell.columns - 1});
   }
 
-  // Versions that cannot merge cells put a text that ends at the right into the last of its columns and centre one over
-  // the empty cells beside it; version 2, which cannot do that either, lets it start at the left, where it is not cut.
-  void write_place(const StoredPage& page, const Grid& grid, std::size_t row, std::size_t column, const GridCell* cell,
-                   std::size_t sheet_row) {
-    CellFormat format;
-    std::size_t text_column = 0;
-    if (cell) {
-      format = page.formats[cell->boxes.front()];
-      const bool apart = version_ < 8 && cell->columns > 1;
-      text_column = cell->column + (apart && format.align == engine::Align::Right ? cell->columns - 1 : 0);
-      if (apart && version_ == 2 && format.align == engine::Align::Center) format.align = engine::Align::Left;
-      format.across = apart && version_ > 2 && format.align == engine::Align::Center && row == cell->row;
-    }
-    format.border = grid.border(row, column);
-    const bool has_text = cell && cell->row == row && text_column == column;
-    if (has_text)
-      write_text(page, *cell, format, sheet_row, lead_ + column);
-    else if (format.border != 0 || format.across)
-      cells_.blank(sheet_row, lead_ + column, filter_.styles_->format(format));
+  // A place of the grid in one of its sheet rows.
+  struct Spot {
+    std::size_t column = 0;  // of the grid
+    std::size_t row = 0;     // of the sheet
+    std::size_t line = 0;    // counts the sheet rows of its cell
+    std::uint8_t border = 0;
+  };
+
+  void write_spot(const StoredPage& page, const Grid& grid, const RowPlan& plan, const GridCell* cell, std::size_t row,
+                  std::size_t column, std::size_t sheet_row) {
+    const std::size_t line = cell ? sheet_row - plan.first[cell->row] : 0;
+    write_place(page, grid, cell,
+                {column, sheet().rows + sheet_row, line, border_in(grid, plan, row, column, sheet_row)});
   }
 
-  void write_text(const StoredPage& page, const GridCell& cell, CellFormat format, std::size_t row,
-                  std::size_t column) {
+  // The borders of one sheet row of a grid place.
+  static std::uint8_t border_in(const Grid& grid, const RowPlan& plan, std::size_t row, std::size_t column,
+                                std::size_t sheet_row) {
+    int border = grid.border(row, column);
+    if (sheet_row > plan.first[row]) border &= ~kBorderTop;
+    if (sheet_row + 1 < plan.first[row + 1]) border &= ~kBorderBottom;
+    return static_cast<std::uint8_t>(border);
+  }
+
+  // Of a merged cell the border of its first place counts for some readers: it takes the whole rim.
+  // Versions that cannot merge cells put a text that ends at the right into the last of its columns and centre one over
+  // the empty cells beside it; version 2, which cannot do that either, lets it start at the left, where it is not cut.
+  void write_place(const StoredPage& page, const Grid& grid, const GridCell* cell, const Spot& spot) {
+    CellFormat format;
+    std::size_t text_column = 0;
     std::string text;
-    for (std::size_t box : cell.boxes) {
-      if (!text.empty()) text += ' ';
-      text += page.texts[box];
+    if (cell) {
+      format = page.formats[cell->boxes.front()];
+      const bool apart = !merges() && cell->columns > 1;
+      text_column = cell->column + (apart && format.align == engine::Align::Right ? cell->columns - 1 : 0);
+      if (apart && version_ == 2 && format.align == engine::Align::Center) format.align = engine::Align::Left;
+      text = line_of(page, *cell, spot.line);
+      format.across = apart && version_ > 2 && format.align == engine::Align::Center && !text.empty();
     }
-    if (plain_number(text, format.decimals))
+    const bool has_text = cell && text_column == spot.column && !text.empty();
+    format.border = spot.border;
+    if (has_text && merges()) format.border = static_cast<std::uint8_t>(format.border | grid.border(*cell));
+    const std::size_t column = lead_ + spot.column;
+    if (has_text)
+      write_text(page, *cell, text, format, spot.row, column);
+    else if (format.border != 0 || format.across)
+      cells_.blank(spot.row, column, filter_.styles_->format(format));
+  }
+
+  // What of its text a cell shows in one of its sheet rows.
+  std::string line_of(const StoredPage& page, const GridCell& cell, std::size_t line) const {
+    const std::string text = text_of(page, cell);
+    if (merges()) return line == 0 ? text : std::string();
+    const std::vector<std::string> lines = split(text);
+    return line < lines.size() ? lines[line] : std::string();
+  }
+
+  // A number that its column cannot hold would not be shown: the column grows.
+  void write_text(const StoredPage& page, const GridCell& cell, const std::string& text, CellFormat format,
+                  std::size_t row, std::size_t column) {
+    constexpr int kPadding = 150;  // twips, beside the figures
+    if (plain_number(text, format.decimals)) {
       cells_.number(row, column, filter_.styles_->format(format), value::strict_number(text));
-    else
+      int& width = sheet().widths[column];
+      if (!merges() || cell.columns == 1) width = std::max(width, page.widths[cell.boxes.front()] + kPadding);
+    } else {
       cells_.label(row, column, filter_.styles_->format(format), text);
+    }
   }
 
   XlsFilter& filter_;
@@ -333,7 +423,7 @@ void XlsFilter::begin() {
 }
 
 void XlsFilter::page(const engine::PagePtr& page) {
-  const StoredPage kept = stored(*page, *styles_);
+  const StoredPage kept = stored(*page, *styles_, FileFormat == 8);
   if (!sheet_per_page()) columns_->add(kept.boxes);
   put(*pages_, kept);
   ++page_count_;

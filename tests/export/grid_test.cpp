@@ -60,11 +60,17 @@ TEST(GridColumns, AreTheSameForAllPagesOfATable) {
   finder.add({{0, 0, 2000, 240}});
   finder.add({{3000, 0, 5000, 240}});
   EXPECT_EQ(finder.columns().starts, (Ints{0, 3000}));
-  EXPECT_EQ(finder.columns().widths(1011), (Ints{3000, 2000}));
+  EXPECT_EQ(finder.columns().widths(), (Ints{3000, 2000}));
 }
 
-TEST(GridColumns, AreNeverNarrowerThanTheMinimum) {
-  EXPECT_EQ(columns_of({{0, 0, 400, 240}, {500, 0, 900, 240}}, {}).widths(1011), (Ints{1011, 1011}));
+TEST(GridColumns, KeepTheRoomOfTheTextBefore) {
+  // The second box begins 300 after a boundary of another row; the text before it ends 200 after that boundary.
+  const GridBox other{1500, 0, 3000, 240};
+  const GridBox text{0, 300, 1790, 540, 1700};
+  const GridBox beside{1800, 300, 3000, 540};
+  EXPECT_EQ(columns_of({other, text, beside}, {}).starts, (Ints{0, 1500, 1800}));
+  EXPECT_EQ(columns_of({other, {0, 300, 1790, 540, 1400}, beside}, {}).starts, (Ints{0, 1500}));
+  EXPECT_EQ(columns_of({other, text, beside}, {}).widths(), (Ints{1500, 300, 1200}));
 }
 
 TEST(GridColumns, DoubleBoundariesMakeGapsColumns) {
@@ -148,6 +154,25 @@ TEST(Grid, RulesBecomeBordersOfTheNearestBoundary) {
   EXPECT_EQ(grid.border(1, 0), kBorderTop | kBorderBottom);
   EXPECT_EQ(grid.border(0, 1), kBorderLeft);
   EXPECT_EQ(grid.border(1, 1), kBorderLeft | kBorderBottom);
+}
+
+TEST(Grid, ARuleDownBesideASpanningCellStandsAtItsSide) {
+  // The boundary at 2000 is the title's only; the amount begins before the rule at 2150 and goes on behind it.
+  const Boxes boxes = {{0, 0, 2000, 240}, {2000, 0, 4000, 240}, {0, 300, 1000, 540}, {1900, 300, 4000, 540}};
+  GridOptions options;
+  options.min_column_width = 0;
+  const Grid grid = grid_of(boxes, options, {{2150, 0, 2150, 540}});
+  ASSERT_EQ(grid.columns, 3u);
+  EXPECT_EQ(grid.border(1, 1), kBorderLeft);
+}
+
+TEST(Grid, ARuleInEmptySpaceHasARowOfItsOwn) {
+  const Grid grid =
+      grid_of({{0, 0, 2000, 240}, {0, 2000, 2000, 2240}}, {}, {{0, 1000, 2000, 1000}, {0, 3000, 2000, 3000}});
+  EXPECT_EQ(grid.row_starts, (Ints{0, 1000, 2000}));
+  EXPECT_EQ(grid.border(1, 0), kBorderTop);
+  EXPECT_EQ(grid.border(2, 0), kBorderBottom);
+  EXPECT_EQ(grid.heights(128, false), (Ints{1000, 1000, 1000}));
 }
 
 TEST(Grid, OfNothingIsEmpty) {

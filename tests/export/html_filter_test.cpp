@@ -242,7 +242,7 @@ TEST(HtmlFilter, TablesKeepRowsColumnsAndBorders) {
   filter.HTMLVersion = 0;
   filter.Export(hand.pages());
   const std::string html = read_file(folder.file("r.html"));
-  EXPECT_TRUE(std::regex_search(html, std::regex("<TD COLSPAN=\"2\" ALIGN=\"left\"[^>]*><FONT[^>]*>over both")));
+  EXPECT_TRUE(std::regex_search(html, std::regex("<TD COLSPAN=\"2\" NOWRAP ALIGN=\"left\"[^>]*><FONT[^>]*>over both")));
   EXPECT_TRUE(std::regex_search(
       html, std::regex("<TR><TD CLASS=\"s[0-9]\"[^>]*><FONT[^>]*>left.*<TD CLASS=\"s[0-9]\"[^>]*><FONT[^>]*>right")));
   EXPECT_TRUE(has(html, "{border-bottom:1px solid #000000}"));
