@@ -56,23 +56,19 @@ bool is_plain_amount(std::string_view text, double& number) {
   return true;
 }
 
-bool is_number(std::string_view text, double& number) {
-  if (is_plain_amount(text, number)) return true;
+// Whether `parse` reads the text.
+template <class Value>
+bool reads(Value (*parse)(std::string_view), std::string_view text, Value& value) {
   try {
-    number = value::strict_number(text);
+    value = parse(text);
     return true;
   } catch (const value::Failure&) {
     return false;
   }
 }
 
-bool is_date(std::string_view text, value::Date& date) {
-  try {
-    date = value::parse_date(text);
-    return true;
-  } catch (const value::Failure&) {
-    return false;
-  }
+bool is_number(std::string_view text, double& number) {
+  return is_plain_amount(text, number) || reads(&value::strict_number, text, number);
 }
 
 bool is_integer(std::string_view text, std::int64_t& number) {
@@ -100,7 +96,7 @@ void add_text(Table& table, ColumnType type, std::string_view text) {
   std::int64_t whole = 0;
   bool flag = false;
   value::Date date;
-  if (type == ColumnType::Date && is_date(text, date)) return table.add(date);
+  if (type == ColumnType::Date && reads(&value::parse_date, text, date)) return table.add(date);
   if (type == ColumnType::Bool && is_flag(text, flag)) return table.add(flag);
   if (type == ColumnType::Integer && is_integer(text, whole)) return table.add(whole);
   if (type == ColumnType::Integer && is_number(text, number)) return add_number(table, type, number);

@@ -203,16 +203,6 @@ TEST_P(DriverTest, MistakesAreOneClearLineAndTheNextQueryWorks) {
   EXPECT_EQ(open("select a from t").Fields("a"), Variant(1));
 }
 
-TEST_P(DriverTest, OneConnectionServesManyRecordsets) {
-  fill("CREATE TABLE t (a INT); INSERT INTO t VALUES (1),(2)");
-  Recordset outer = open("select a from t order by a");
-  Recordset inner = open("select a from t order by a desc");
-  EXPECT_EQ(outer.Fields("a"), Variant(1));
-  EXPECT_EQ(inner.Fields("a"), Variant(2));
-  connection_->Close();
-  EXPECT_EQ(outer.Fields("a"), Variant(1));
-}
-
 // An ODBC text that leaves the driver's own settings alone: flags come as texts.
 TEST(PostgresOverOdbc, FlagsAreFlagsWhateverTheDriverMakesOfThem) {
   const PostgresServer& server = PostgresServer::shared();
