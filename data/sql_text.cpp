@@ -120,6 +120,16 @@ void check_lexical(const SqlToken& token, const SqlToken* before, std::string_vi
   if (token.kind == Kind::Text && before && before->is("e")) refuse("an escaped text stands", sql, before->text);
 }
 
+// What is nested deeper than any report's text would cost time and memory without end.
+void check_depth(const std::vector<SqlToken>& tokens, std::string_view sql) {
+  constexpr int kDeepest = 50;
+  int depth = 0;
+  for (const SqlToken& token : tokens) {
+    if (token.is("(") && ++depth > kDeepest) refuse("parentheses nest too deep", sql, token.text);
+    if (token.is(")")) --depth;
+  }
+}
+
 }  // namespace
 
 bool SqlToken::is(std::string_view word) const {
@@ -152,6 +162,7 @@ void check_one_select(std::string_view sql) {
   std::erase_if(tokens, [](const SqlToken& token) { return token.kind == Kind::Blank; });
   if (!tokens.empty() && tokens.back().is(";")) tokens.pop_back();
   if (tokens.empty()) refuse("the text is empty", sql, sql);
+  check_depth(tokens, sql);
   if (!tokens[0].is("select"))
     refuse("\"" + std::string(tokens[0].text.substr(0, 20)) + "\" stands", sql, tokens[0].text);
 
