@@ -53,7 +53,7 @@ constexpr Format kFormats[] = {
     {"rtf", [](const std::string& folder) { return made<export_::RtfFilter>(folder + "/out.rtf"); }, 2000},
     {"html3", [](const std::string& folder) { return html(folder, 0); }, 2000},
     {"html", [](const std::string& folder) { return html(folder, 1); }, 2000},
-    {"xls", [](const std::string& folder) { return made<export_::XlsFilter>(folder + "/out.xls"); }, 1000},
+    {"xls", [](const std::string& folder) { return made<export_::XlsFilter>(folder + "/out.xls"); }, 2000},
     {"txt", [](const std::string& folder) { return made<export_::TextFilter>(folder + "/out.txt"); }, 2000},
     {"json", [](const std::string& folder) { return made<export_::PageDump>(folder + "/out.json"); }, 2000},
     {"png", [](const std::string& folder) { return made<export_::PngFilter>(folder + "/out.png"); }, 20},

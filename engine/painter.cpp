@@ -26,11 +26,6 @@ void paint_line(const LinePlace& place, const PageItem& item, Painter& painter) 
   painter.rule(place.x, y, x, y, twips_of(kUnderlineWeight, item.half_points), LineStyle::Solid, style.color);
 }
 
-// Of a text that is cut at its box, a line that would show no more than the tips of its letters is left out.
-bool shows(const LinePlace& place, const LinePlace& first, const PageItem& item) {
-  return !item.clipped || place.line == first.line || place.baseline <= item.top + item.height;
-}
-
 void paint_text(const PageItem& item, Painter& painter, std::vector<LinePlace>& places) {
   const ControlLayout& control = *item.control;
   if (control.border) painter.box(box_of(item), false, control.fill, control.weight, control.line_style, control.color);
@@ -67,6 +62,10 @@ void paint(const Page& page, Painter& painter, Layer layer) {
   std::vector<LinePlace> places;
   for (const PageItem& item : page.items)
     if (layer == Layer::All || item.fixed == (layer == Layer::Fixed)) paint_item(item, painter, places);
+}
+
+bool shows(const LinePlace& place, const LinePlace& first, const PageItem& item) {
+  return !item.clipped || place.line == first.line || place.baseline <= item.top + item.height;
 }
 
 void place_lines(const PageItem& item, std::vector<LinePlace>& places) {

@@ -39,5 +39,7 @@ struct LinePlace {
   double baseline = 0;  // twips on the page
 };
 void place_lines(const PageItem& item, std::vector<LinePlace>& places);
+// Of a text that is cut at its box, a line that would show no more than the tips of its letters is left out.
+bool shows(const LinePlace& place, const LinePlace& first, const PageItem& item);
 
 }  // namespace dorvo::engine

@@ -309,11 +309,11 @@ std::string BiffText::counted(std::string_view utf8, std::size_t length_bytes) {
 std::size_t BiffText::shared(const std::string& utf8) {
   ++uses_;
   const auto [found, added] = numbers_.insert({utf8, strings_.size()});
-  if (added) strings_.push_back(counted(utf8, 2));
+  if (added) strings_.push_back(&found->first);
   return found->second;
 }
 
-std::string BiffText::shared_table() const {
+std::string BiffText::shared_table() {
   std::string out;
   std::string room = BiffBytes().u32(uses_).u32(strings_.size()).bytes();
   std::size_t type = 0x00FC;
@@ -322,7 +322,8 @@ std::string BiffText::shared_table() const {
     room.clear();
     type = 0x003C;
   };
-  for (const std::string& string : strings_) {
+  for (const std::string* utf8 : strings_) {
+    const std::string string = counted(*utf8, 2);
     const std::size_t unit = string[2] == 0 ? 1 : 2;
     if (room.size() + 3 + unit > kRecordRoom) flush();
     std::size_t at = 0;

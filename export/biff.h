@@ -104,7 +104,7 @@ class BiffText {
   std::string counted(std::string_view utf8, std::size_t length_bytes);
   // Number of a shared string, counting its use.
   std::size_t shared(const std::string& utf8);
-  std::string shared_table() const;  // SST and its CONTINUE records
+  std::string shared_table();  // SST and its CONTINUE records
   bool replaced() const { return narrow_.replaced(); }
   bool cut() const { return cut_; }
 
@@ -116,7 +116,7 @@ class BiffText {
   bool cut_ = false;
   std::size_t uses_ = 0;
   std::unordered_map<std::string, std::size_t> numbers_;
-  std::vector<std::string> strings_;  // length, flag, characters; as the table holds them
+  std::vector<const std::string*> strings_;  // in order of first use; the keys of numbers_
 };
 
 // Cells and rows of one sheet body.

@@ -86,28 +86,23 @@ std::string positioned_box(const PageItem& item) {
   return "<div style=\"" + style + "\"></div>\n";
 }
 
-std::string positioned_text(const PageItem& item, HtmlStyles& styles, std::vector<engine::LinePlace>& places) {
-  places.clear();
-  engine::place_lines(item, places);
-  if (places.empty()) return {};
+std::string positioned_text(const PageItem& item, HtmlStyles& styles) {
+  const TextPlace text = text_place(item, 0);
+  if (text.lines.empty()) return {};
   const engine::Style& style = *item.control->style;
   const engine::ShapedText& shaped = *item.shaped;
   // A browser puts half of a line's leading above the letters.
   const double leading = (shaped.line_height - shaped.ascent - shaped.descent) / 2.0;
-  const double top = places.front().baseline - engine::twips_of(shaped.ascent + leading, item.half_points);
-  const int width =
-      std::max(item.width, static_cast<int>(std::ceil(engine::twips_of(shaped.widest, item.half_points))));
-  const int spare = width - item.width;
-  const int left = item.left - (style.align == Align::Right ? spare : style.align == Align::Center ? spare / 2 : 0);
+  const double top = text.lines.front().baseline - engine::twips_of(shaped.ascent + leading, item.half_points);
   const std::string name =
       styles.name(font_rules(style, item.half_points) + ";text-align:" + align_name(style.align) +
                   ";line-height:" + value::number_text(std::round(shaped.line_height * 1000) / 1000));
-  std::string html = "<div class=\"" + name + "\" style=\"" + place(left, top) + ";width:" + points(width);
+  std::string html = "<div class=\"" + name + "\" style=\"" + place(text.left, top) + ";width:" + points(text.width);
   if (item.clipped) html += ";height:" + points(item.top + item.height - top) + ";overflow:hidden";
   html += "\">";
-  for (std::size_t i = 0; i < places.size(); ++i) {
-    if (i > 0) html += "<br>";
-    for (const engine::GlyphRun& run : places[i].line->runs) html += html_escaped(run.text);
+  for (const engine::LinePlace& line : text.lines) {
+    if (&line != &text.lines.front()) html += "<br>";
+    for (const engine::GlyphRun& run : line.line->runs) html += html_escaped(run.text);
   }
   return html + "</div>\n";
 }
@@ -278,13 +273,12 @@ std::string html_base_rules(bool dynamic) {
 std::string dynamic_page(const engine::Page& page, HtmlStyles& styles) {
   std::string html = "<div class=\"page\" id=\"page" + std::to_string(page.number) +
                      "\" style=\"width:" + points(page.width) + ";height:" + points(page.height) + "\">\n";
-  std::vector<engine::LinePlace> places;
   for (const PageItem& item : page.items) {
     if (item.kind() == ControlKind::Line && item.control->weight > 0) html += positioned_rule(item);
     if (item.kind() == ControlKind::Shape) html += positioned_box(item);
     if (item.kind() != ControlKind::Label && item.kind() != ControlKind::Field) continue;
     if (item.control->border) html += positioned_box(item);
-    if (!item.string().empty()) html += positioned_text(item, styles, places);
+    if (!item.string().empty()) html += positioned_text(item, styles);
   }
   return html + "</div>\n";
 }

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "engine/painter.h"
-
 namespace dorvo::export_ {
 namespace {
 
@@ -80,6 +78,25 @@ void OverlapNotes::add(const engine::Page& page, const PageBoxes& boxes, const G
   std::vector<std::string> names;
   for (const PageItem* item : boxes.items) names.push_back(item->name());
   add(page.number, names, grid, messages);
+}
+
+TextPlace text_place(const PageItem& item, int slack) {
+  TextPlace place;
+  engine::place_lines(item, place.lines);
+  if (place.lines.empty()) return place;
+  const engine::LinePlace first = place.lines.front();
+  std::erase_if(place.lines, [&](const engine::LinePlace& line) { return !engine::shows(line, first, item); });
+  const int inset = engine::text_inset(*item.control);
+  const int room = item.width - 2 * inset;
+  place.width =
+      std::max(room, static_cast<int>(std::ceil(engine::twips_of(item.shaped->widest, item.half_points)))) + slack;
+  const int spare = place.width - room;
+  const engine::Align align = item.control->style->align;
+  place.left = item.left + inset -
+               (align == engine::Align::Right    ? spare
+                : align == engine::Align::Center ? spare / 2
+                                                 : 0);
+  return place;
 }
 
 std::vector<std::string> lines_of(const PageItem& item) {

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "engine/pages.h"
+#include "engine/painter.h"
 #include "export/grid.h"
 
 namespace dorvo::export_ {
@@ -33,6 +33,15 @@ class OverlapNotes {
  private:
   std::set<std::pair<std::string, std::string>> told_;
 };
+
+// Where a format that places whole texts puts one: as wide as its box or its widest line and `slack` more, so that its
+// lines stand where they stand on paper. `lines` are those that show.
+struct TextPlace {
+  int left = 0;
+  int width = 0;
+  std::vector<engine::LinePlace> lines;
+};
+TextPlace text_place(const engine::PageItem& item, int slack);
 
 // Lines of the text of an item as they stand on paper: as it was shaped, else at its line ends.
 std::vector<std::string> lines_of(const engine::PageItem& item);

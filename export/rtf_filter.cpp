@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "export/page_boxes.h"
+
 namespace dorvo::export_ {
 namespace {
 
@@ -172,16 +174,11 @@ void RtfFilter::break_page(const engine::Page& page) {
 }
 
 void RtfFilter::add_text(const PageItem& item) {
-  places_.clear();
-  engine::place_lines(item, places_);
-  if (places_.empty()) return;
+  const TextPlace place = text_place(item, kSlack);
+  if (place.lines.empty()) return;
   const engine::Style& style = *item.control->style;
-  const auto line_height = std::lround(engine::twips_of(item.shaped->line_height, item.half_points));
-  const auto widest = static_cast<int>(std::ceil(engine::twips_of(item.shaped->widest, item.half_points)));
-  const int width = std::max(item.width, widest) + kSlack;
-  const int spare = width - item.width;
-  const int left = item.left - (style.align == Align::Right ? spare : style.align == Align::Center ? spare / 2 : 0);
-  const auto top = std::lround(places_.front().baseline - kBaseline * static_cast<double>(line_height));
+  const auto line_height = static_cast<int>(std::lround(engine::twips_of(item.shaped->line_height, item.half_points)));
+  const auto top = static_cast<int>(std::lround(place.lines.front().baseline - kBaseline * line_height));
 
   begin_object("\\dptxbx\\dptxbxmar0{\\dptxbxtext\\pard\\plain");
   if (style.align == Align::Right) bytes_ += "\\qr";
@@ -194,12 +191,12 @@ void RtfFilter::add_text(const PageItem& item) {
   if (style.underline) bytes_ += "\\ul";
   if (style.color != 0) append(bytes_, "\\cf", static_cast<long>(color(style.color)));
   bytes_ += ' ';
-  for (std::size_t i = 0; i < places_.size(); ++i) {
-    if (i > 0) bytes_ += "\\line ";
-    for (const engine::GlyphRun& run : places_[i].line->runs) append_escaped(bytes_, run.text);
+  for (const engine::LinePlace& line : place.lines) {
+    if (&line != &place.lines.front()) bytes_ += "\\line ";
+    for (const engine::GlyphRun& run : line.line->runs) append_escaped(bytes_, run.text);
   }
   bytes_ += "\\par}";
-  add_place(left, static_cast<int>(top), width, static_cast<int>(line_height) * static_cast<int>(places_.size()));
+  add_place(place.left, top, place.width, line_height * static_cast<int>(place.lines.size()));
   bytes_ += "\\dplinehollow\\dpfillpat0}\r\n";
 }
 

@@ -44,7 +44,6 @@ class RtfFilter : public Filter {
   int width_ = 0;       // of the page before
   int height_ = 0;
   int height_order_ = 0;  // of the drawn objects on a page, later ones above
-  std::vector<engine::LinePlace> places_;
 };
 
 }  // namespace dorvo::export_
