@@ -15,7 +15,8 @@ using engine::Align;
 using engine::ControlKind;
 using engine::PageItem;
 
-constexpr int kTwipsPerDot = 15;  // of a browser, 96 to the inch
+const std::string kSize = "size:";  // what declarations of a sheet begin with
+constexpr int kTwipsPerDot = 15;    // of a browser, 96 to the inch
 
 std::string points(double twips) {
   return value::number_text(std::round(twips * 5) / 100) + "pt";
@@ -256,22 +257,33 @@ std::string HtmlStyles::name(const std::string& declarations) {
   return "s" + std::to_string(number);
 }
 
+std::string HtmlStyles::sheet(const engine::Page& page) {
+  return name(kSize + points(page.width) + " " + points(page.height) + ";margin:0");
+}
+
 std::string HtmlStyles::take() {
   std::string rules;
-  for (const auto& [number, declarations] : wanted_)
-    rules += ".s" + std::to_string(number) + "{" + declarations + "}\n";
+  for (const auto& [number, declarations] : wanted_) {
+    const std::string name = "s" + std::to_string(number);
+    if (declarations.starts_with(kSize))
+      rules += "@page " + name + "{" + declarations + "}\n." + name + "{page:" + name + "}\n";
+    else
+      rules += "." + name + "{" + declarations + "}\n";
+  }
   wanted_.clear();
   return rules;
 }
 
 std::string html_base_rules(bool dynamic) {
-  if (!dynamic) return ".page{page-break-after:always}\nTABLE{border-collapse:collapse}\n";
-  return "body{margin:0}\n.page{position:relative;overflow:hidden;background:#FFFFFF;page-break-after:always}\n"
-         ".page div{position:absolute;white-space:pre}\n@page{margin:0}\n";
+  const std::string common = "BODY{margin:0}\n.page~.page{page-break-before:always}\n";
+  if (!dynamic) return common + "TABLE{border-collapse:collapse}\n";
+  return common +
+         ".page{position:relative;overflow:hidden;background:#FFFFFF}\n"
+         ".page div{position:absolute;white-space:pre}\n";
 }
 
 std::string dynamic_page(const engine::Page& page, HtmlStyles& styles) {
-  std::string html = "<div class=\"page\" id=\"page" + std::to_string(page.number) +
+  std::string html = "<div class=\"page " + styles.sheet(page) + "\" id=\"page" + std::to_string(page.number) +
                      "\" style=\"width:" + points(page.width) + ";height:" + points(page.height) + "\">\n";
   for (const PageItem& item : page.items) {
     if (item.kind() == ControlKind::Line && item.control->weight > 0) html += positioned_rule(item);
@@ -295,7 +307,7 @@ std::string table_page(const engine::Page& page, HtmlStyles& styles, const std::
   notes.add(page, boxes, grid, messages);
   const int left = columns.starts.empty() ? 0 : columns.starts.front();
   const int top = grid.rows() == 0 ? 0 : grid.row_starts.front();
-  return "<DIV CLASS=\"page\"><A NAME=\"page" + std::to_string(page.number) + "\"></A>\n" +
+  return "<DIV CLASS=\"page " + styles.sheet(page) + "\"><A NAME=\"page" + std::to_string(page.number) + "\"></A>\n" +
          TablePage(boxes, grid, styles, spacer).html(columns.widths(), grid.heights(0, false), left, top) + "</DIV>\n";
 }
 

@@ -21,6 +21,8 @@ class HtmlStyles {
  public:
   // The class of these declarations, "s1", "s2", ... in order of first use.
   std::string name(const std::string& declarations);
+  // The class that prints an element on a sheet of the page's size.
+  std::string sheet(const engine::Page& page);
   // The rules that were asked for since the last call and were not handed out since forget().
   std::string take();
   // A new page file begins with no rules.

@@ -37,3 +37,10 @@ same_words() {
   missing=$(comm -23 <(words_of_pages "$1.json") <(words_of_text "$2"))
   [ -z "$missing" ] || complain "$1: $3 does not find: $(tr '\n' ' ' <<<"$missing")"
 }
+
+# browser ARGUMENT... FILE: headless Chromium with a profile of its own on a file of the working folder.
+browser() {
+  timeout 120 chromium --headless --no-sandbox --disable-gpu --disable-quic --no-first-run --hide-scrollbars \
+    --disable-background-networking --disable-component-update --disable-sync "--user-data-dir=$work/browser" \
+    "${@:1:$#-1}" "file://$work/${!#}" >/dev/null 2>&1 || complain "${!#}: the browser fails"
+}

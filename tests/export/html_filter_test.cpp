@@ -183,11 +183,11 @@ TEST(HtmlFilter, StyleSheetApartOrWithin) {
   filter.CreateCSS = true;
   filter.Export(hand.pages());
   EXPECT_FALSE(has(read_file(folder.file("r.html")), "<style"));
-  EXPECT_TRUE(has(read_file(folder.file("r.css")), ".s1{font-family:Arial"));
+  EXPECT_TRUE(has(read_file(folder.file("r.css")), ".s2{font-family:Arial"));
   filter.CreateCSS = false;
   filter.MultiPage = true;
   filter.Export(hand.pages());
-  for (const char* file : {"r1.html", "r2.html"}) EXPECT_TRUE(has(read_file(folder.file(file)), ".s1{")) << file;
+  for (const char* file : {"r1.html", "r2.html"}) EXPECT_TRUE(has(read_file(folder.file(file)), ".s2{")) << file;
 }
 
 TEST(HtmlFilter, ContentsNamePagesAndGroups) {
