@@ -10,8 +10,7 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 option(DORVO_BENCH "build the benchmarks" OFF)
 option(DORVO_FUZZ "build the fuzz targets (clang)" OFF)
-find_package(Qt6 QUIET COMPONENTS Widgets Test)
-option(DORVO_PREVIEW "build the preview windows (Qt 6)" ${Qt6_FOUND})
+option(DORVO_PREVIEW "build the preview windows (Qt 6, CUPS) where their libraries are" ON)
 set(DORVO_SANITIZE "" CACHE STRING "sanitizers for every target, as -fsanitize takes them")
 
 find_package(PkgConfig REQUIRED)

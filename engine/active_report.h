@@ -78,12 +78,15 @@ class ActiveReport {
   // and control in its text, and the pages completed so far, with what was filled of the last, stand in Pages or have
   // gone to the sink. No rows: no pages. Fails with EngineState when this object is running already, or when page
   // header and footer leave no room on the sheet.
-  void run();
+  // Virtual, so that windows in a library of their own run it in the library that made it.
+  virtual void run();
 
   // Pages go here as they are completed instead of into Pages, so that a long list needs no memory for them.
   void sink(PageSink sink) { sink_ = std::move(sink); }
 
   const engine::Pages& Pages() const { return pages_; }
+  // Trades them for other finished pages of this report: an earlier run's, which a window still shows.
+  void swap_pages(engine::Pages& pages) { std::swap(pages_, pages); }
   // What the officer should know of the last run and no failure was: text cut at its box, by report, page and control.
   const std::vector<std::string>& Messages() const { return messages_; }
 

@@ -4,8 +4,7 @@
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QFontDatabase>
-#include <QFormLayout>
-#include <QHBoxLayout>
+#include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -16,18 +15,61 @@ namespace dorvo::preview {
 namespace {
 
 using export_::Format;
+using frame::ExportDialog;
 
-std::vector<std::string> screen_fonts() {
-  std::vector<std::string> fonts;
-  for (const QString& family : QFontDatabase::families()) fonts.push_back(family.toStdString());
-  return fonts;
-}
+constexpr int kTwipsPerInch = 1440;
+constexpr int kPanelLeft = 1560;  // twips, where the panel of the format stands
+constexpr int kMargin = 120;
+constexpr const char* kNote = "Option Frames are hidden at design-time at position Left = -10000";
 
 QString text_of(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+QString indexed(const char* name, std::size_t format) {
+  return QString(name) + "(" + QString::number(format) + ")";
+}
+
+std::vector<std::string> screen_fonts() {
+  std::vector<std::string> names;
+  for (const QString& family : QFontDatabase::families()) names.push_back(family.toStdString());
+  return names;
+}
+
+QLabel* label(const char* name, const QString& text, QWidget* parent) {
+  auto* made = new QLabel(text, parent);
+  made->setObjectName(name);
+  return made;
+}
+
 }  // namespace
+
+class ExportWindow::Panel {
+ public:
+  explicit Panel(QWidget* frame) : rows_(new QGridLayout(frame)) {
+    rows_->setContentsMargins(0, 0, 0, 0);
+    rows_->setColumnStretch(1, 1);
+  }
+  void row(const char* caption, QWidget* widget, QWidget* behind = nullptr) {
+    const int at = rows_->rowCount();
+    auto* told = new QLabel(caption);
+    told->setBuddy(widget);
+    rows_->addWidget(told, at, 0, Qt::AlignTop | Qt::AlignLeft);
+    rows_->addWidget(widget, at, 1, 1, behind ? 1 : 2);
+    if (behind) rows_->addWidget(behind, at, 2);
+  }
+  // Check boxes, two beside each other.
+  void checks(const std::vector<QCheckBox*>& boxes) {
+    auto* grid = new QGridLayout;
+    for (std::size_t i = 0; i < boxes.size(); ++i)
+      grid->addWidget(boxes[i], static_cast<int>(i / 2), static_cast<int>(i % 2));
+    rows_->addLayout(grid, rows_->rowCount(), 0, 1, 3);
+  }
+  void end() { rows_->setRowStretch(rows_->rowCount(), 1); }
+
+ private:
+  QGridLayout* rows_;
+};
 
 ExportWindow::ExportWindow(const engine::Pages& pages, QWidget* parent)
     : QDialog(parent), logic_(screen_fonts(), QCoreApplication::applicationDirPath().toStdString()) {
@@ -37,205 +79,224 @@ ExportWindow::ExportWindow(const engine::Pages& pages, QWidget* parent)
   logic_.Pages = &pages;
   logic_.Form_Load();
   auto* all = new QVBoxLayout(this);
-  make_banner(all);
-  make_panels(all);
-  make_buttons(all);
-  show_state();
+  all->setContentsMargins(0, 0, 0, 0);
+  all->setSpacing(0);
+  all->addWidget(banner());
+  all->addWidget(body());
+  all->addWidget(buttons());
+  all->setSizeConstraint(QLayout::SetFixedSize);
+  load();
 }
 
-void ExportWindow::make_banner(QVBoxLayout* all) {
-  auto* banner = new QWidget;
-  banner->setObjectName("picBanner");
-  banner->setAutoFillBackground(true);
-  banner->setBackgroundRole(QPalette::Base);
-  auto* lines = new QVBoxLayout(banner);
-  auto* title = new QLabel("<b>Export</b>");
-  lines->addWidget(title);
-  lines->addWidget(new QLabel("Select the export file format options"));
-  all->addWidget(banner);
-  // A note to whoever edits the form; users never see it.
-  auto* note = new QLabel("Option Frames are hidden at design-time at position Left = -10000", this);
-  note->setObjectName("lblDesc");
-  note->hide();
+int ExportWindow::dots(int twips) const {
+  return twips * logicalDpiX() / kTwipsPerInch;
 }
 
-void ExportWindow::make_panels(QVBoxLayout* all) {
-  auto* head = new QFormLayout;
-  auto* formats = new QComboBox;
-  formats->setObjectName("cboExportFormat");
-  for (std::size_t i = 0; i < frame::kDialogFormats; ++i) formats->addItem(text_of(export_::formats()[i].caption));
-  head->addRow("Export Format", formats);
-  all->addLayout(head);
-  read_.push_back([this, formats] { logic_.cboExportFormat = formats->currentIndex(); });
-  write_.push_back([this, formats] { formats->setCurrentIndex(logic_.cboExportFormat); });
-  all->addWidget(new QLabel("Export Options"));
-  for (std::size_t i = 0; i < frame::kDialogFormats; ++i) {
-    panels_[i] = new QWidget;
-    panels_[i]->setObjectName("picOptions" + QString::number(i));
-    auto* form = new QFormLayout(panels_[i]);
-    add_file_name(form, i);
-    switch (static_cast<Format>(i)) {
-      case Format::Pdf:
-        make_pdf(form);
-        break;
-      case Format::Html:
-        make_html(form);
-        break;
-      case Format::Xls:
-        make_xls(form);
-        break;
-      case Format::Text:
-        make_text(form);
-        break;
-      default:
-        break;
-    }
-    all->addWidget(panels_[i]);
-  }
-  all->addStretch();
-  connect(formats, &QComboBox::activated, this, [this] { handle([this] { logic_.cboExportFormat_Click(); }); });
+QWidget* ExportWindow::banner() {
+  auto* strip = new QFrame;
+  strip->setObjectName("picBanner");
+  strip->setStyleSheet("#picBanner { background: white; border-bottom: 1px solid #a0a0a0 } QLabel { color: black }");
+  auto* rows = new QVBoxLayout(strip);
+  auto* title = new QLabel("Export");
+  QFont bold = title->font();
+  bold.setBold(true);
+  title->setFont(bold);
+  auto* told = new QLabel("Select the export file format options");
+  told->setIndent(dots(kMargin) * 2);
+  rows->addWidget(title);
+  rows->addWidget(told);
+  return strip;
 }
 
-void ExportWindow::add_file_name(QFormLayout* form, std::size_t format) {
-  auto* line = new QHBoxLayout;
-  auto* edit = new QLineEdit;
-  edit->setObjectName("txtFilename" + QString::number(format));
-  line->addWidget(edit);
-  std::string& box = logic_.txtFilename[format];
-  read_.push_back([edit, &box] { box = edit->text().toStdString(); });
-  write_.push_back([edit, &box] { edit->setText(QString::fromStdString(box)); });
-  const bool html = static_cast<Format>(format) == Format::Html;
-  if (!html) {
-    auto* browse = new QPushButton("...");
-    browse->setObjectName("btnBrowse" + QString::number(format));
-    browse->setAutoDefault(false);
-    connect(browse, &QPushButton::clicked, this,
-            [this, format] { handle([this, format] { logic_.btnBrowse_Click(format); }); });
-    line->addWidget(browse);
-  }
-  form->addRow(html ? "File Prefix:" : "Filename:", line);
-}
-
-void ExportWindow::make_pdf(QFormLayout* form) {
-  add_list(form, "Acrobat Version:", "cboAcrobatVersion", frame::kAcrobatVersions, logic_.cboAcrobatVersion);
-  add_list(form, "JPG Quality:", "cboPDFJPGQuality", frame::kJPGQualities, logic_.cboPDFJPGQuality);
-  auto* fonts = new QListWidget;
-  fonts->setObjectName("lstPDFFonts");
-  fonts->setSelectionMode(QAbstractItemView::MultiSelection);
-  for (const frame::ExportDialog::Font& font : logic_.lstPDFFonts) fonts->addItem(QString::fromStdString(font.name));
-  form->addRow("No Embedding Fonts:", fonts);
-  read_.push_back([this, fonts] {
-    for (std::size_t i = 0; i < logic_.lstPDFFonts.size(); ++i)
-      logic_.lstPDFFonts[i].selected = fonts->item(static_cast<int>(i))->isSelected();
+QWidget* ExportWindow::body() {
+  auto* area = new QWidget;
+  std::vector<std::string_view> captions;
+  for (std::size_t format = 0; format < frame::kDialogFormats; ++format)
+    captions.push_back(export_::formats()[format].caption);
+  QComboBox* formats = list("cboExportFormat", logic_.cboExportFormat, captions);
+  connect(formats, &QComboBox::currentIndexChanged, this, [this] {
+    if (!is_loading_) handle([this] { logic_.cboExportFormat_Click(); });
   });
+  formats->setParent(area);
+  QSize room;
+  for (std::size_t format = 0; format < frame::kDialogFormats; ++format) {
+    panels_.push_back(panel(format));
+    room = room.expandedTo(panels_.back()->sizeHint());
+  }
+  const int margin = dots(kMargin), left = dots(kPanelLeft);
+  const int line = formats->sizeHint().height();
+  panel_top_ = 3 * margin + line;
+  formats->setGeometry(left, 2 * margin, room.width(), line);
+  label("lblFormat", "Export Format", area)->setGeometry(margin, 2 * margin, left - margin, line);
+  label("lblOptions", "Export Options", area)->setGeometry(margin, panel_top_, left - margin, line);
+  // The panel of the format stands over the note.
+  QLabel* note = label("lblDesc", kNote, area);
+  note->setWordWrap(true);
+  note->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+  note->setGeometry(left, panel_top_, room.width(), room.height());
+  for (QWidget* each : panels_) {
+    each->setParent(area);
+    each->setAutoFillBackground(true);
+    each->resize(room);
+  }
+  area->setFixedSize(left + room.width() + 2 * margin, panel_top_ + room.height() + margin);
+  return area;
 }
 
-void ExportWindow::make_html(QFormLayout* form) {
-  add_folder(form, "HTML Folder:", "txtHTMLFolder", "btnHTMLFolder", logic_.txtHTMLFolder,
-             &frame::ExportDialog::btnHTMLFolder_Click);
-  add_folder(form, "Images Folder:", "txtAuxFolder", "btnAuxFolder", logic_.txtAuxFolder,
-             &frame::ExportDialog::btnAuxFolder_Click);
-  add_text(form, "Charset:", "txtHTMLCharset", logic_.txtHTMLCharset);
-  add_text(form, "Title:", "txtHTMLTitle", logic_.txtHTMLTitle);
-  add_list(form, "HTML Format:", "cboHTMLVersion", frame::kHTMLVersions, logic_.cboHTMLVersion);
-  add_list(form, "TOC Format:", "cboTOCFormat", frame::kTOCFormats, logic_.cboTOCFormat);
-  add_check(form, "Create CSS", "chkCreateCSS", logic_.chkCreateCSS);
-  add_check(form, "Create Frames", "chkCreateFrameset", logic_.chkCreateFrameset);
-  add_check(form, "Create MIME Archive", "chkMHTArchive", logic_.chkMHTArchive);
-  add_check(form, "Single Page Output", "chkSinglePage", logic_.chkSinglePage);
-}
-
-void ExportWindow::make_xls(QFormLayout* form) {
-  add_list(form, "Version:", "cboXLSVersion", frame::kXLSVersions, logic_.cboXLSVersion);
-  add_text(form, "Border Space:", "txtXLSBorderSpace", logic_.txtXLSBorderSpace, "Twips");
-  add_text(form, "Min. col. width:", "txtXLSMinColWidth", logic_.txtXLSMinColWidth, "Twips");
-  add_text(form, "Min. row height:", "txtXLSMinRowHeight", logic_.txtXLSMinRowHeight, "Twips");
-  add_check(form, "Auto Row Height", "chkXLSAutoRowHeight", logic_.chkXLSAutoRowHeight);
-  add_check(form, "Double Boundaries", "chkXLSDoubleBoundaries", logic_.chkXLSDoubleBoundaries);
-  add_check(form, "Generate Page Breaks", "chkXLSGenPageBreaks", logic_.chkXLSGenPageBreaks);
-  add_check(form, "Generate Multiple Sheets", "chkXLSMultisheet", logic_.chkXLSMultisheet);
-  add_check(form, "Show Margin Space", "chkXLSShowMarginSpace", logic_.chkXLSShowMarginSpace);
-  add_check(form, "Trim Empty Space", "chkXLSTrimEmptySpace", logic_.chkXLSTrimEmptySpace);
-}
-
-void ExportWindow::make_text(QFormLayout* form) {
-  add_text(form, "Text Delimiter:", "txtTXTTextDelimiter", logic_.txtTXTTextDelimiter);
-  add_check(form, "Supress Empty Lines", "chkTXTSupressEmptyLines", logic_.chkTXTSupressEmptyLines);
-  add_check(form, "Unicode", "chkTXTUnicode", logic_.chkTXTUnicode);
-}
-
-void ExportWindow::make_buttons(QVBoxLayout* all) {
-  auto* line = new QHBoxLayout;
-  line->addStretch();
-  auto* ok = new QPushButton("&OK");
+QWidget* ExportWindow::buttons() {
+  auto* strip = new QWidget;
+  auto* row = new QHBoxLayout(strip);
+  auto* ok = new QPushButton("OK");
+  auto* cancel = new QPushButton("&Cancel");
   ok->setObjectName("btnOK");
   ok->setDefault(true);
-  auto* cancel = new QPushButton("&Cancel");
   cancel->setObjectName("btnCancel");
-  line->addWidget(ok);
-  line->addWidget(cancel);
-  all->addLayout(line);
+  row->addStretch(1);
+  row->addWidget(ok);
+  row->addWidget(cancel);
   connect(ok, &QPushButton::clicked, this, [this] { handle([this] { logic_.btnOK_Click(); }); });
   connect(cancel, &QPushButton::clicked, this, [this] { handle([this] { logic_.btnCancel_Click(); }); });
+  return strip;
 }
 
-void ExportWindow::add_text(QFormLayout* form, const char* caption, const char* name, std::string& box,
-                            const char* unit) {
-  auto* edit = new QLineEdit;
-  edit->setObjectName(name);
-  read_.push_back([edit, &box] { box = edit->text().toStdString(); });
-  write_.push_back([edit, &box] { edit->setText(QString::fromStdString(box)); });
-  if (!unit) return form->addRow(caption, edit);
-  auto* line = new QHBoxLayout;
-  line->addWidget(edit);
-  line->addWidget(new QLabel(unit));
-  form->addRow(caption, line);
+QWidget* ExportWindow::panel(std::size_t format) {
+  auto* made = new QWidget;
+  made->setObjectName(indexed("picOptions", format));
+  Panel rows(made);
+  const bool is_html = static_cast<Format>(format) == Format::Html;
+  rows.row(
+      is_html ? "File Prefix:" : "Filename:", line(indexed("txtFilename", format), logic_.txtFilename[format]),
+      is_html ? nullptr : browse(indexed("btnBrowse", format), [this, format] { logic_.btnBrowse_Click(format); }));
+  if (static_cast<Format>(format) == Format::Pdf) pdf_options(rows);
+  if (is_html) html_options(rows);
+  if (static_cast<Format>(format) == Format::Xls) xls_options(rows);
+  if (static_cast<Format>(format) == Format::Text) text_options(rows);
+  rows.end();
+  return made;
 }
 
-void ExportWindow::add_folder(QFormLayout* form, const char* caption, const char* name, const char* button_name,
-                              std::string& box, void (frame::ExportDialog::*browse)()) {
-  auto* line = new QHBoxLayout;
-  auto* edit = new QLineEdit;
-  edit->setObjectName(name);
+void ExportWindow::pdf_options(Panel& panel) {
+  panel.row("Acrobat Version:", list("cboAcrobatVersion", logic_.cboAcrobatVersion,
+                                     {frame::kAcrobatVersions.begin(), frame::kAcrobatVersions.end()}));
+  panel.row("JPG Quality:", list("cboPDFJPGQuality", logic_.cboPDFJPGQuality,
+                                 {frame::kJPGQualities.begin(), frame::kJPGQualities.end()}));
+  panel.row("No Embedding Fonts:", fonts());
+}
+
+void ExportWindow::folder_row(Panel& panel, const char* caption, const char* box, const char* button,
+                              std::string& folder, void (ExportDialog::*handler)()) {
+  panel.row(caption, line(box, folder), browse(button, [this, handler] { (logic_.*handler)(); }));
+}
+
+void ExportWindow::html_options(Panel& panel) {
+  folder_row(panel, "HTML Folder:", "txtHTMLFolder", "btnHTMLFolder", logic_.txtHTMLFolder,
+             &ExportDialog::btnHTMLFolder_Click);
+  folder_row(panel, "Images Folder:", "txtAuxFolder", "btnAuxFolder", logic_.txtAuxFolder,
+             &ExportDialog::btnAuxFolder_Click);
+  panel.row("Charset:", line("txtHTMLCharset", logic_.txtHTMLCharset));
+  panel.row("Title:", line("txtHTMLTitle", logic_.txtHTMLTitle));
+  panel.row("HTML Format:",
+            list("cboHTMLVersion", logic_.cboHTMLVersion, {frame::kHTMLVersions.begin(), frame::kHTMLVersions.end()}));
+  panel.row("TOC Format:",
+            list("cboTOCFormat", logic_.cboTOCFormat, {frame::kTOCFormats.begin(), frame::kTOCFormats.end()}));
+  panel.checks({check("chkCreateCSS", "Create CSS", logic_.chkCreateCSS),
+                check("chkCreateFrameset", "Create Frames", logic_.chkCreateFrameset),
+                check("chkMHTArchive", "Create MIME Archive", logic_.chkMHTArchive),
+                check("chkSinglePage", "Single Page Output", logic_.chkSinglePage)});
+}
+
+void ExportWindow::xls_options(Panel& panel) {
+  panel.row("Version:",
+            list("cboXLSVersion", logic_.cboXLSVersion, {frame::kXLSVersions.begin(), frame::kXLSVersions.end()}));
+  panel.row("Border Space:", line("txtXLSBorderSpace", logic_.txtXLSBorderSpace), new QLabel("Twips"));
+  panel.row("Min. col. width:", line("txtXLSMinColWidth", logic_.txtXLSMinColWidth), new QLabel("Twips"));
+  panel.row("Min. row height:", line("txtXLSMinRowHeight", logic_.txtXLSMinRowHeight), new QLabel("Twips"));
+  panel.checks({check("chkXLSAutoRowHeight", "Auto Row Height", logic_.chkXLSAutoRowHeight),
+                check("chkXLSDoubleBoundaries", "Double Boundaries", logic_.chkXLSDoubleBoundaries),
+                check("chkXLSGenPageBreaks", "Generate Page Breaks", logic_.chkXLSGenPageBreaks),
+                check("chkXLSMultisheet", "Generate Multiple Sheets", logic_.chkXLSMultisheet),
+                check("chkXLSShowMarginSpace", "Show Margin Space", logic_.chkXLSShowMarginSpace),
+                check("chkXLSTrimEmptySpace", "Trim Empty Space", logic_.chkXLSTrimEmptySpace)});
+}
+
+void ExportWindow::text_options(Panel& panel) {
+  panel.row("Text Delimiter:", line("txtTXTTextDelimiter", logic_.txtTXTTextDelimiter));
+  panel.checks({check("chkTXTSupressEmptyLines", "Supress Empty Lines", logic_.chkTXTSupressEmptyLines),
+                check("chkTXTUnicode", "Unicode", logic_.chkTXTUnicode)});
+}
+
+QLineEdit* ExportWindow::line(const QString& name, std::string& text) {
+  auto* box = new QLineEdit;
+  box->setObjectName(name);
+  loads_.push_back([box, &text] { box->setText(text_of(text)); });
+  stores_.push_back([box, &text] { text = box->text().toStdString(); });
+  return box;
+}
+
+QComboBox* ExportWindow::list(const char* name, int& index, const std::vector<std::string_view>& texts) {
+  auto* box = new QComboBox;
+  box->setObjectName(name);
+  for (const std::string_view text : texts) box->addItem(text_of(text));
+  loads_.push_back([box, &index] { box->setCurrentIndex(index); });
+  stores_.push_back([box, &index] { index = box->currentIndex(); });
+  return box;
+}
+
+QCheckBox* ExportWindow::check(const char* name, const char* caption, bool& value) {
+  auto* box = new QCheckBox(caption);
+  box->setObjectName(name);
+  loads_.push_back([box, &value] { box->setChecked(value); });
+  stores_.push_back([box, &value] { value = box->isChecked(); });
+  return box;
+}
+
+QListWidget* ExportWindow::fonts() {
+  constexpr int kLines = 6;
+  auto* box = new QListWidget;
+  box->setObjectName("lstPDFFonts");
+  box->setSelectionMode(QListWidget::MultiSelection);
+  for (const ExportDialog::Font& font : logic_.lstPDFFonts) box->addItem(text_of(font.name));
+  box->setFixedHeight(kLines * box->fontMetrics().lineSpacing() + 2 * box->frameWidth());
+  stores_.push_back([this, box] {
+    for (std::size_t i = 0; i < logic_.lstPDFFonts.size(); ++i)
+      logic_.lstPDFFonts[i].selected = box->item(static_cast<int>(i))->isSelected();
+  });
+  return box;
+}
+
+QPushButton* ExportWindow::browse(const QString& name, const std::function<void()>& handler) {
   auto* button = new QPushButton("...");
-  button->setObjectName(button_name);
+  button->setObjectName(name);
   button->setAutoDefault(false);
-  line->addWidget(edit);
-  line->addWidget(button);
-  form->addRow(caption, line);
-  read_.push_back([edit, &box] { box = edit->text().toStdString(); });
-  write_.push_back([edit, &box] { edit->setText(QString::fromStdString(box)); });
-  connect(button, &QPushButton::clicked, this, [this, browse] { handle([this, browse] { (logic_.*browse)(); }); });
-}
-
-void ExportWindow::add_check(QFormLayout* form, const char* caption, const char* name, bool& box) {
-  auto* check = new QCheckBox(caption);
-  check->setObjectName(name);
-  form->addRow("", check);
-  read_.push_back([check, &box] { box = check->isChecked(); });
-  write_.push_back([check, &box] { check->setChecked(box); });
-}
-
-template <class Texts>
-void ExportWindow::add_list(QFormLayout* form, const char* caption, const char* name, const Texts& texts, int& index) {
-  auto* list = new QComboBox;
-  list->setObjectName(name);
-  for (std::string_view text : texts) list->addItem(text_of(text));
-  form->addRow(caption, list);
-  read_.push_back([list, &index] { index = list->currentIndex(); });
-  write_.push_back([list, &index] { list->setCurrentIndex(index); });
+  button->setFixedWidth(button->fontMetrics().horizontalAdvance("....."));
+  connect(button, &QPushButton::clicked, this, [this, handler] { handle(handler); });
+  return button;
 }
 
 void ExportWindow::handle(const std::function<void()>& handler) {
-  for (const auto& read : read_) read();
+  store();
   handler();
-  show_state();
-  if (logic_.closed()) done(QDialog::Accepted);
+  load();
+  if (logic_.closed()) accept();
 }
 
-void ExportWindow::show_state() {
-  for (const auto& write : write_) write();
-  for (std::size_t i = 0; i < panels_.size(); ++i) panels_[i]->setVisible(logic_.picOptions[i].Visible);
+void ExportWindow::store() {
+  for (const auto& each : stores_) each();
+}
+
+void ExportWindow::load() {
+  is_loading_ = true;
+  for (const auto& each : loads_) each();
+  is_loading_ = false;
+  place_panels();
+}
+
+void ExportWindow::place_panels() {
+  for (std::size_t format = 0; format < panels_.size(); ++format) {
+    const ExportDialog::Panel& told = logic_.picOptions[format];
+    panels_[format]->move(dots(told.Left), panel_top_);
+    panels_[format]->setVisible(told.Visible);
+  }
 }
 
 }  // namespace dorvo::preview

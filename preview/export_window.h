@@ -1,16 +1,22 @@
-// The export dialog's window: shows the controls of the dialog's logic under their names and captions, and calls its
-// handlers.
+// The window of the export dialog: its controls under their names, over frame/export_dialog.h, which is all of its
+// logic.
+//
+// Controls that exist once a format bear their format's number: "txtFilename(1)". Modal; one export.
 #pragma once
 
 #include <QDialog>
-#include <array>
+#include <QVector>
 #include <functional>
 #include <vector>
 
 #include "frame/export_dialog.h"
 
-class QFormLayout;
-class QVBoxLayout;
+class QCheckBox;
+class QComboBox;
+class QGridLayout;
+class QLineEdit;
+class QListWidget;
+class QPushButton;
 
 namespace dorvo::preview {
 
@@ -19,31 +25,43 @@ class ExportWindow : public QDialog {
   // `pages` outlive the window.
   explicit ExportWindow(const engine::Pages& pages, QWidget* parent = nullptr);
 
-  frame::ExportDialog& logic() { return logic_; }
+  const frame::ExportDialog& logic() const { return logic_; }
 
  private:
-  void make_banner(QVBoxLayout* all);
-  void make_panels(QVBoxLayout* all);
-  void make_pdf(QFormLayout* form);
-  void make_html(QFormLayout* form);
-  void make_xls(QFormLayout* form);
-  void make_text(QFormLayout* form);
-  void make_buttons(QVBoxLayout* all);
-  void add_file_name(QFormLayout* form, std::size_t format);
-  void add_text(QFormLayout* form, const char* caption, const char* name, std::string& box, const char* unit = nullptr);
-  void add_folder(QFormLayout* form, const char* caption, const char* name, const char* button_name, std::string& box,
-                  void (frame::ExportDialog::*browse)());
-  void add_check(QFormLayout* form, const char* caption, const char* name, bool& box);
-  template <class Texts>
-  void add_list(QFormLayout* form, const char* caption, const char* name, const Texts& texts, int& index);
-  // Runs a handler on what the user has entered, and shows what it made of it.
+  // One line of a panel: a caption, the widget, a caption behind it.
+  class Panel;
+
+  QWidget* banner();
+  QWidget* body();
+  QWidget* buttons();
+  QWidget* panel(std::size_t format);
+  void pdf_options(Panel& panel);
+  void html_options(Panel& panel);
+  void xls_options(Panel& panel);
+  void text_options(Panel& panel);
+  void folder_row(Panel& panel, const char* caption, const char* box, const char* button, std::string& folder,
+                  void (frame::ExportDialog::*handler)());
+
+  // A widget and the variable of the logic behind it.
+  QLineEdit* line(const QString& name, std::string& text);
+  QComboBox* list(const char* name, int& index, const std::vector<std::string_view>& texts);
+  QCheckBox* check(const char* name, const char* caption, bool& value);
+  QListWidget* fonts();
+  QPushButton* browse(const QString& name, const std::function<void()>& handler);
+
+  // Runs a handler on what the controls hold, and shows what it made of it.
   void handle(const std::function<void()>& handler);
-  void show_state();
+  void load();
+  void store();
+  void place_panels();
+  int dots(int twips) const;
 
   frame::ExportDialog logic_;
-  std::array<QWidget*, frame::kDialogFormats> panels_{};
-  std::vector<std::function<void()>> read_;  // from the window into the logic, and back
-  std::vector<std::function<void()>> write_;
+  std::vector<std::function<void()>> loads_;
+  std::vector<std::function<void()>> stores_;
+  std::vector<QWidget*> panels_;
+  int panel_top_ = 0;
+  bool is_loading_ = false;
 };
 
 }  // namespace dorvo::preview

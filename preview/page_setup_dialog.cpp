@@ -1,108 +1,110 @@
 #include "preview/page_setup_dialog.h"
 
-#include <QComboBox>
-#include <QDialog>
 #include <QDialogButtonBox>
-#include <QDoubleSpinBox>
 #include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
 #include <QVBoxLayout>
-#include <array>
 
 namespace dorvo::preview {
 namespace {
 
-constexpr float kTwipsPerMillimetre = 1440 / 25.4f;
+constexpr double kLeastPaper = 50;  // mm
+constexpr double kMostPaper = 1200;
+constexpr double kMostMargin = 500;
+constexpr int kLeastRoom = 720;  // twips that margins must leave
 
-struct NamedPaper {
-  const char* name;
-  int code;
-};
-constexpr std::array<NamedPaper, 6> kPapers = {
-    {{"A4", engine::kPaperA4}, {"Letter", 1}, {"Legal", 5}, {"A3", 8}, {"A5", 11}, {"Custom", engine::kPaperCustom}}};
-
-// A length that the dialog asks for.
-struct Length {
-  const char* caption;
-  const char* name;
-  float engine::PageSettings::*member;
-  double most;  // millimetres
-};
-constexpr std::array<Length, 6> kLengths = {
-    {{"Width:", "paperWidth", &engine::PageSettings::PaperWidth, 1200},
-     {"Height:", "paperHeight", &engine::PageSettings::PaperHeight, 1200},
-     {"Left margin:", "leftMargin", &engine::PageSettings::LeftMargin, 200},
-     {"Right margin:", "rightMargin", &engine::PageSettings::RightMargin, 200},
-     {"Top margin:", "topMargin", &engine::PageSettings::TopMargin, 200},
-     {"Bottom margin:", "bottomMargin", &engine::PageSettings::BottomMargin, 200}}};
-
-class PageSetupDialog : public QDialog {
- public:
-  PageSetupDialog(QWidget* parent, const engine::PageSettings& settings) : QDialog(parent) {
-    setObjectName("pageSetup");
-    setWindowTitle("Page Setup");
-    auto* form = new QFormLayout;
-    paper_ = new QComboBox;
-    paper_->setObjectName("paper");
-    for (const NamedPaper& paper : kPapers) {
-      paper_->addItem(paper.name);
-      if (paper.code == settings.PaperSize) paper_->setCurrentIndex(paper_->count() - 1);
-    }
-    form->addRow("Paper:", paper_);
-    orientation_ = new QComboBox;
-    orientation_->setObjectName("orientation");
-    orientation_->addItems({"Portrait", "Landscape"});
-    orientation_->setCurrentIndex(settings.Orientation == engine::Orientation::Landscape ? 1 : 0);
-    form->addRow("Orientation:", orientation_);
-    for (std::size_t i = 0; i < kLengths.size(); ++i) {
-      auto* box = new QDoubleSpinBox;
-      box->setObjectName(kLengths[i].name);
-      box->setRange(0, kLengths[i].most);
-      box->setDecimals(2);
-      box->setSuffix(" mm");
-      box->setValue(settings.*kLengths[i].member / kTwipsPerMillimetre);
-      form->addRow(kLengths[i].caption, box);
-      lengths_[i] = box;
-      shown_[i] = box->value();
-    }
-    const auto custom = [this] {
-      for (std::size_t i : {0u, 1u}) lengths_[i]->setEnabled(kPapers[paper()].code == engine::kPaperCustom);
-    };
-    connect(paper_, &QComboBox::currentIndexChanged, this, custom);
-    custom();
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    auto* all = new QVBoxLayout(this);
-    all->addLayout(form);
-    all->addWidget(buttons);
-  }
-
-  // A length that was not touched keeps its twips: the dialog shows hundredths of a millimetre only.
-  void apply(engine::PageSettings& settings) const {
-    settings.PaperSize = kPapers[paper()].code;
-    settings.Orientation =
-        orientation_->currentIndex() == 1 ? engine::Orientation::Landscape : engine::Orientation::Portrait;
-    for (std::size_t i = 0; i < kLengths.size(); ++i)
-      if (lengths_[i]->value() != shown_[i])
-        settings.*kLengths[i].member = static_cast<float>(lengths_[i]->value()) * kTwipsPerMillimetre;
-  }
-
- private:
-  std::size_t paper() const { return static_cast<std::size_t>(paper_->currentIndex()); }
-
-  QComboBox* paper_ = nullptr;
-  QComboBox* orientation_ = nullptr;
-  std::array<QDoubleSpinBox*, kLengths.size()> lengths_{};
-  std::array<double, kLengths.size()> shown_{};
-};
+QGroupBox* group(const QString& title, QLayout* content) {
+  auto* box = new QGroupBox(title);
+  box->setLayout(content);
+  return box;
+}
 
 }  // namespace
 
-bool ask_page_setup(QWidget* parent, engine::PageSettings& settings) {
-  PageSetupDialog dialog(parent, settings);
-  if (dialog.exec() != QDialog::Accepted) return false;
-  dialog.apply(settings);
-  return true;
+PageSetupDialog::PageSetupDialog(const engine::PageSettings& settings, QWidget* parent)
+    : QDialog(parent),
+      given_(settings),
+      paper_(paper_list("Paper", settings.PaperSize)),
+      width_(length_box("Paper Width", settings.PaperWidth, kLeastPaper, kMostPaper)),
+      height_(length_box("Paper Height", settings.PaperHeight, kLeastPaper, kMostPaper)),
+      portrait_(new QRadioButton("&Portrait")),
+      landscape_(new QRadioButton("&Landscape")),
+      left_(length_box("Left Margin", settings.LeftMargin, 0, kMostMargin)),
+      right_(length_box("Right Margin", settings.RightMargin, 0, kMostMargin)),
+      top_(length_box("Top Margin", settings.TopMargin, 0, kMostMargin)),
+      bottom_(length_box("Bottom Margin", settings.BottomMargin, 0, kMostMargin)),
+      wrong_(new QLabel) {
+  setWindowTitle("Page Setup");
+  portrait_->setObjectName("Portrait");
+  landscape_->setObjectName("Landscape");
+  (settings.Orientation == engine::Orientation::Landscape ? landscape_ : portrait_)->setChecked(true);
+  wrong_->setObjectName("Wrong");
+  wrong_->setStyleSheet("color: #b00020");
+
+  auto* sheet = new QFormLayout;
+  sheet->addRow("P&aper:", paper_);
+  sheet->addRow("&Width:", width_);
+  sheet->addRow("&Height:", height_);
+  auto* held = new QHBoxLayout;
+  held->addWidget(portrait_);
+  held->addWidget(landscape_);
+  auto* margins = new QFormLayout;
+  margins->addRow("L&eft:", left_);
+  margins->addRow("&Right:", right_);
+  margins->addRow("&Top:", top_);
+  margins->addRow("&Bottom:", bottom_);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+  ok_ = buttons->button(QDialogButtonBox::Ok);
+
+  auto* all = new QVBoxLayout(this);
+  all->addWidget(group("Paper", sheet));
+  all->addWidget(group("Orientation", held));
+  all->addWidget(group("Margins", margins));
+  all->addWidget(wrong_);
+  all->addWidget(buttons);
+
+  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  connect(paper_, &QComboBox::currentIndexChanged, this, [this] { take_paper(); });
+  connect(portrait_, &QRadioButton::toggled, this, [this] { check(); });
+  for (QDoubleSpinBox* box : {width_, height_, left_, right_, top_, bottom_})
+    connect(box, &QDoubleSpinBox::valueChanged, this, [this] { check(); });
+  take_paper();
+}
+
+void PageSetupDialog::take_paper() {
+  const int code = paper_->currentData().toInt();
+  const bool is_custom = code == engine::kPaperCustom;
+  width_->setEnabled(is_custom);
+  height_->setEnabled(is_custom);
+  if (!is_custom) {
+    show_twips(*width_, paper_size(code).width());
+    show_twips(*height_, paper_size(code).height());
+  }
+  check();
+}
+
+engine::PageSettings PageSetupDialog::settings() const {
+  engine::PageSettings chosen = given_;
+  chosen.PaperSize = paper_->currentData().toInt();
+  chosen.PaperWidth = static_cast<float>(twips_in(*width_));
+  chosen.PaperHeight = static_cast<float>(twips_in(*height_));
+  chosen.Orientation = landscape_->isChecked() ? engine::Orientation::Landscape : engine::Orientation::Portrait;
+  chosen.LeftMargin = static_cast<float>(twips_in(*left_));
+  chosen.RightMargin = static_cast<float>(twips_in(*right_));
+  chosen.TopMargin = static_cast<float>(twips_in(*top_));
+  chosen.BottomMargin = static_cast<float>(twips_in(*bottom_));
+  return chosen;
+}
+
+void PageSetupDialog::check() {
+  const engine::PageSettings chosen = settings();
+  const float across = static_cast<float>(chosen.sheet_width()) - chosen.LeftMargin - chosen.RightMargin;
+  const float down = static_cast<float>(chosen.sheet_height()) - chosen.TopMargin - chosen.BottomMargin;
+  const bool is_room = across >= kLeastRoom && down >= kLeastRoom;
+  wrong_->setText(is_room ? "" : "The margins leave no room on the sheet");
+  ok_->setEnabled(is_room);
 }
 
 }  // namespace dorvo::preview

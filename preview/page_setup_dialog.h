@@ -1,13 +1,38 @@
-// The page set-up dialog: paper, margins and orientation of a report, before it runs.
+// The page set-up dialog: paper, custom size, orientation and margins of a report.
 #pragma once
 
-#include "engine/active_report.h"
+#include <QDialog>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
 
-class QWidget;
+#include "preview/papers.h"
 
 namespace dorvo::preview {
 
-// True when the user took the settings; false on Cancel, which leaves them alone.
-bool ask_page_setup(QWidget* parent, engine::PageSettings& settings);
+class PageSetupDialog : public QDialog {
+ public:
+  explicit PageSetupDialog(const engine::PageSettings& settings, QWidget* parent = nullptr);
+
+  // What the user has chosen so far.
+  engine::PageSettings settings() const;
+
+ private:
+  void take_paper();
+  void check();
+
+  engine::PageSettings given_;
+  QComboBox* paper_;
+  QDoubleSpinBox* width_;
+  QDoubleSpinBox* height_;
+  QRadioButton* portrait_;
+  QRadioButton* landscape_;
+  QDoubleSpinBox* left_;
+  QDoubleSpinBox* right_;
+  QDoubleSpinBox* top_;
+  QDoubleSpinBox* bottom_;
+  QLabel* wrong_;
+  QPushButton* ok_;
+};
 
 }  // namespace dorvo::preview

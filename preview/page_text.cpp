@@ -1,24 +1,23 @@
 #include "preview/page_text.h"
 
-#include <QStringList>
 #include <algorithm>
-
-#include "engine/painter.h"
-#include "export/page_boxes.h"
 
 namespace dorvo::preview {
 namespace {
 
-std::string line_text(const engine::TextLine& line) {
+using engine::GlyphRun;
+using engine::twips_of;
+
+std::string text_of(const engine::TextLine& line) {
   std::string text;
-  for (const engine::GlyphRun& run : line.runs) text += run.text;
+  for (const GlyphRun& run : line.runs) text += run.text;
   return text;
 }
 
-// Distance from the start of the line to the character that begins at a byte, in em units.
+// From the start of the line to the character that begins at `byte` of its text, em units.
 double offset_of(const engine::TextLine& line, std::size_t byte) {
   double offset = 0;
-  for (const engine::GlyphRun& run : line.runs) {
+  for (const GlyphRun& run : line.runs) {
     if (byte >= run.text.size()) {
       byte -= run.text.size();
       offset += run.width;
@@ -26,74 +25,97 @@ double offset_of(const engine::TextLine& line, std::size_t byte) {
     }
     for (const engine::Glyph& glyph : run.glyphs)
       if (glyph.cluster < byte) offset += glyph.advance;
-    break;
+    return offset;
   }
   return offset;
 }
 
-void find_in_line(const engine::PageItem& item, const engine::LinePlace& place, const QString& sought,
-                  std::vector<QRectF>& boxes) {
-  const QString text = QString::fromStdString(line_text(*place.line));
-  for (qsizetype at = text.indexOf(sought, 0, Qt::CaseInsensitive); at >= 0;
-       at = text.indexOf(sought, at + sought.size(), Qt::CaseInsensitive)) {
-    const auto first = static_cast<std::size_t>(text.left(at).toUtf8().size());
-    const auto last = static_cast<std::size_t>(text.left(at + sought.size()).toUtf8().size());
-    const double left = place.x + engine::twips_of(offset_of(*place.line, first), item.half_points);
-    const double right = place.x + engine::twips_of(offset_of(*place.line, last), item.half_points);
-    const double ascent = engine::twips_of(item.shaped->ascent, item.half_points);
-    const double descent = engine::twips_of(item.shaped->descent, item.half_points);
-    boxes.emplace_back(left, place.baseline - ascent, right - left, ascent + descent);
-  }
+QRectF box_of(const engine::PageItem& item, const engine::LinePlace& place) {
+  const double ascent = twips_of(item.shaped->ascent, item.half_points);
+  const double descent = twips_of(item.shaped->descent, item.half_points);
+  const double width = twips_of(place.line->width, item.half_points);
+  const QRectF box(place.x, place.baseline - ascent, width, ascent + descent);
+  return item.clipped ? box & QRectF(item.left, item.top, item.width, item.height) : box;
 }
 
 }  // namespace
 
-std::vector<Match> matches_on(const engine::Page& page, std::size_t index, const QString& sought) {
-  std::vector<QRectF> boxes;
+PageText::PageText(const engine::Page& page) {
   std::vector<engine::LinePlace> places;
   for (const engine::PageItem& item : page.items) {
-    if (sought.isEmpty() || !item.shaped) continue;
     places.clear();
     engine::place_lines(item, places);
-    for (const engine::LinePlace& place : places) find_in_line(item, place, sought, boxes);
+    for (const engine::LinePlace& place : places) {
+      const QRectF box = box_of(item, place);
+      if (!box.isEmpty()) lines_.push_back({QString::fromStdString(text_of(*place.line)), box, &item, place});
+    }
   }
-  std::vector<Match> matches;
-  for (const QRectF& box : boxes) matches.push_back({index, matches.size(), box});
-  return matches;
+  sort();
 }
 
-std::optional<Match> find_text(const engine::Pages& pages, const QString& sought, std::size_t page,
-                               const std::optional<Match>& from, Direction direction) {
-  const bool forward = direction == Direction::Forward;
-  const std::size_t count = pages.Count();
-  if (from) page = from->page;
-  // The page of the last match counts at both ends: what lies behind it first, what lies before it last.
-  for (std::size_t step = 0; step <= count && count > 0; ++step) {
-    const std::size_t index = forward ? (page + step) % count : (page + count - step % count) % count;
-    const std::vector<Match> matches = matches_on(*pages.at(index), index, sought);
-    if (matches.empty()) continue;
-    if (!from || step > 0) return forward ? matches.front() : matches.back();
-    if (forward && from->place + 1 < matches.size()) return matches[from->place + 1];
-    if (!forward && from->place > 0) return matches[from->place - 1];
+void PageText::sort() {
+  const auto middle = [](const Line& line) { return line.box.center().y(); };
+  std::ranges::stable_sort(lines_, {}, middle);
+  for (std::size_t first = 0; first < lines_.size();) {
+    std::size_t end = first + 1;
+    while (end < lines_.size() && middle(lines_[end]) < lines_[first].box.bottom()) ++end;
+    std::stable_sort(lines_.begin() + static_cast<std::ptrdiff_t>(first),
+                     lines_.begin() + static_cast<std::ptrdiff_t>(end),
+                     [](const Line& one, const Line& other) { return one.box.left() < other.box.left(); });
+    rows_.resize(end, first);
+    first = end;
   }
-  return std::nullopt;
 }
 
-QString text_of(const engine::Page& page) {
-  const export_::PageBoxes boxes = export_::boxes_of(page);
-  export_::GridColumnFinder finder({});
-  finder.add(boxes.boxes);
-  const export_::Grid grid = export_::make_grid(boxes.boxes, {}, finder.columns(), {});
+QRectF PageText::part(const Line& line, qsizetype from, qsizetype length) const {
+  const auto at = [&](qsizetype character) {
+    const auto byte = static_cast<std::size_t>(line.text.left(character).toUtf8().size());
+    return line.place.x + twips_of(offset_of(*line.place.line, byte), line.item->half_points);
+  };
+  const double left = at(from);
+  return QRectF(left, line.box.top(), at(from + length) - left, line.box.height()) & line.box;
+}
+
+std::vector<QRectF> PageText::find(const QString& sought) const {
+  std::vector<QRectF> found;
+  if (sought.isEmpty()) return found;
+  for (const Line& line : lines_) {
+    qsizetype at = line.text.indexOf(sought, 0, Qt::CaseInsensitive);
+    for (; at >= 0; at = line.text.indexOf(sought, at + sought.size(), Qt::CaseInsensitive)) {
+      const QRectF box = part(line, at, sought.size());
+      if (!box.isEmpty()) found.push_back(box);
+    }
+  }
+  return found;
+}
+
+template <class Take>
+QString PageText::joined(Take take) const {
   QString text;
-  std::size_t row = 0;
-  for (const export_::GridCell& cell : grid.cells) {
-    if (!text.isEmpty()) text += cell.row == row ? '\t' : '\n';
-    row = cell.row;
-    QStringList texts;
-    for (std::size_t box : cell.boxes) texts += QString::fromStdString(export_::cell_text(*boxes.items[box], " "));
-    text += texts.join(' ');
+  const std::size_t none = lines_.size();
+  std::size_t row = none;
+  for (std::size_t i = 0; i < lines_.size(); ++i) {
+    if (!take(lines_[i])) continue;
+    if (row != none) text += rows_[i] == row ? '\t' : '\n';
+    row = rows_[i];
+    text += lines_[i].text;
   }
   return text;
+}
+
+QString PageText::text() const {
+  return joined([](const Line&) { return true; });
+}
+
+QString PageText::text_in(const QRectF& area) const {
+  return joined([&](const Line& line) { return line.box.intersects(area); });
+}
+
+std::vector<QRectF> PageText::lines_in(const QRectF& area) const {
+  std::vector<QRectF> boxes;
+  for (const Line& line : lines_)
+    if (line.box.intersects(area)) boxes.push_back(line.box);
+  return boxes;
 }
 
 }  // namespace dorvo::preview

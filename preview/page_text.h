@@ -1,32 +1,45 @@
-// Where a text stands on finished pages: for find and for copying.
+// The texts of one finished page as they stand on it: for finding, selecting and copying.
+//
+// Reading order is from top to bottom, and from left to right among texts beside each other. Boxes are twips on the
+// page.
 #pragma once
 
 #include <QRectF>
 #include <QString>
-#include <optional>
 #include <vector>
 
-#include "engine/pages.h"
+#include "engine/painter.h"
 
 namespace dorvo::preview {
 
-// One place at which the sought text stands.
-struct Match {
-  std::size_t page = 0;   // index
-  std::size_t place = 0;  // counts the matches of its page
-  QRectF box;             // twips on the page
+class PageText {
+ public:
+  explicit PageText(const engine::Page& page);  // which outlives this
+
+  // Where the text stands, in reading order, without regard to case; nothing for an empty one. A text is found within
+  // a line, and only as far as its box shows it.
+  std::vector<QRectF> find(const QString& sought) const;
+
+  // Texts in reading order, those beside each other parted by tabs.
+  QString text() const;
+  // Of the lines that the area touches.
+  QString text_in(const QRectF& area) const;
+  std::vector<QRectF> lines_in(const QRectF& area) const;
+
+ private:
+  struct Line {
+    QString text;
+    QRectF box;
+    const engine::PageItem* item = nullptr;
+    engine::LinePlace place;
+  };
+  void sort();
+  QRectF part(const Line& line, qsizetype from, qsizetype length) const;
+  template <class Take>
+  QString joined(Take take) const;
+
+  std::vector<Line> lines_;
+  std::vector<std::size_t> rows_;  // by line: which row it stands in
 };
-
-// All places on one page, in print order, without regard to case. A text that wraps is found within its lines.
-std::vector<Match> matches_on(const engine::Page& page, std::size_t index, const QString& sought);
-
-enum class Direction { Forward, Backward };
-
-// The next match from `from` on, going round at the end; from a page's start when there is no match to go on from.
-std::optional<Match> find_text(const engine::Pages& pages, const QString& sought, std::size_t page,
-                               const std::optional<Match>& from, Direction direction);
-
-// The page's texts as lines, as they would be read.
-QString text_of(const engine::Page& page);
 
 }  // namespace dorvo::preview

@@ -7,243 +7,288 @@
 #include <algorithm>
 #include <cmath>
 
-#include "export/cairo_painter.h"
+#include "preview/page_text.h"
 
 namespace dorvo::preview {
 namespace {
 
-constexpr int kGap = 12;  // dots around a page
-constexpr int kPicturesKiB = 96 * 1024;
 constexpr double kTwipsPerInch = 1440;
-constexpr double kLeastZoom = 0.1;
-constexpr double kMostZoom = 8;
-constexpr double kWheelStep = 1.15;
-const QColor kGround(0x80, 0x80, 0x80);
-const QColor kMark(255, 230, 0, 90);
-const QColor kCurrentMark(255, 120, 0, 150);
-
-QImage drawn_page(const engine::Page& page, double dots_per_inch) {
-  export_::PageImage image(page, dots_per_inch, CAIRO_FORMAT_RGB24);
-  cairo_set_source_rgb(image.context(), 1, 1, 1);
-  cairo_paint(image.context());
-  image.draw(page, export_::Tone::Color);
-  cairo_surface_flush(image.surface());
-  return QImage(cairo_image_surface_get_data(image.surface()), image.width(), image.height(),
-                cairo_image_surface_get_stride(image.surface()), QImage::Format_RGB32)
-      .copy();
-}
+constexpr double kWheelZoom = 1.15;  // a notch
+constexpr double kNotch = 120;
+constexpr int kLine = 40;       // dots that an arrow key scrolls
+constexpr int kIdleAfter = 40;  // ms without painting
+constexpr QColor kGround(0x8A, 0x8D, 0x91);
+constexpr QColor kShadow(0x5E, 0x60, 0x63);
+constexpr QColor kMark(255, 225, 0, 110);
+constexpr QColor kCurrentMark(255, 120, 0, 150);
+constexpr QColor kSelection(60, 130, 230, 90);
 
 }  // namespace
 
-PageView::PageView(QWidget* parent) : QAbstractScrollArea(parent), pictures_(kPicturesKiB) {
+PageView::PageView(std::vector<engine::PagePtr> pages, QWidget* parent)
+    : QAbstractScrollArea(parent), pages_(std::move(pages)) {
   setFocusPolicy(Qt::StrongFocus);
-  viewport()->setAutoFillBackground(false);
-}
-
-void PageView::set_pages(engine::Pages pages) {
-  pages_ = std::move(pages);
-  sizes_.clear();
-  for (const engine::PagePtr& page : pages_) sizes_.emplace_back(page->width, page->height);
-  pictures_.clear();
-  lay_out();
-  go_to(0);
+  setFrameShape(QFrame::NoFrame);
+  viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+  viewport()->setCursor(Qt::IBeamCursor);
+  arrange();
 }
 
 double PageView::dots_per_twip() const {
   return zoom_ * logicalDpiX() / kTwipsPerInch;
 }
 
-void PageView::set_zoom(double zoom) {
-  fit_ = Fit::Free;
-  const std::size_t page = current_page();
-  zoom_ = std::clamp(zoom, kLeastZoom, kMostZoom);
-  pictures_.clear();
-  lay_out();
-  go_to(page);
-}
-
-void PageView::set_fit(Fit fit) {
-  const std::size_t page = current_page();
-  fit_ = fit;
-  if (fit_ != Fit::Free) zoom_ = fitting_zoom();
-  pictures_.clear();
-  lay_out();
-  go_to(page);
-}
-
 double PageView::fitting_zoom() const {
-  if (sizes_.empty()) return zoom_;
-  const QSize page = sizes_[current_page()];
+  if (pages_.empty() || fit_ == Fit::Free) return zoom_;
+  const engine::Page& page = *pages_[current_];
+  constexpr int kGap = PageArrangement::kGap;
   const double inch = logicalDpiX() / kTwipsPerInch;
-  const double wide = (viewport()->width() - kGap * (columns_ + 1)) / (page.width() * inch * columns_);
-  const double high = (viewport()->height() - 2 * kGap) / (page.height() * inch);
+  // The scroll bar counts as shown, or showing it would change the zoom that made it needed.
+  const int bar = verticalScrollBar()->sizeHint().width();
+  const int room = width() - (pages_.size() > 1 || fit_ == Fit::PageWidth ? bar : 0);
+  const double wide = (room - kGap * (columns_ + 1)) / (page.width * inch * columns_);
+  const double high = (height() - 2 * kGap) / (page.height * inch);
   return std::clamp(fit_ == Fit::PageWidth ? wide : std::min(wide, high), kLeastZoom, kMostZoom);
 }
 
-void PageView::set_columns(int columns) {
-  const std::size_t page = current_page();
-  columns_ = std::max(1, columns);
-  if (fit_ != Fit::Free) zoom_ = fitting_zoom();
-  pictures_.clear();
-  lay_out();
-  go_to(page);
-}
-
-// Rows of `columns_` pages, each row as high as its highest page, all rows centred over each other.
-void PageView::lay_out() {
-  const double scale = dots_per_twip();
-  const std::size_t per_row = row_size();
-  std::vector<int> shifts;
-  places_.clear();
-  row_ends_.clear();
-  int width = 0;
-  int y = kGap;
-  for (std::size_t first = 0; first < sizes_.size(); first += per_row) {
-    const std::size_t end = std::min(sizes_.size(), first + per_row);
-    int x = kGap;
-    int height = 0;
-    for (std::size_t i = first; i < end; ++i) {
-      const QSize size(static_cast<int>(std::lround(sizes_[i].width() * scale)),
-                       static_cast<int>(std::lround(sizes_[i].height() * scale)));
-      places_.emplace_back(QPoint(x, y), size);
-      x += size.width() + kGap;
-      height = std::max(height, size.height());
-    }
-    width = std::max(width, x);
-    y += height + kGap;
-    row_ends_.push_back(y);
-  }
-  ground_ = QSize(width, y);
-  for (std::size_t i = 0; i < places_.size(); ++i) {
-    const std::size_t last = std::min(places_.size(), (i / per_row + 1) * per_row) - 1;
-    shifts.push_back((width - places_[last].right() - 1 - kGap) / 2);
-  }
-  for (std::size_t i = 0; i < places_.size(); ++i) places_[i].translate(shifts[i], 0);
-  verticalScrollBar()->setRange(0, std::max(0, ground_.height() - viewport()->height()));
+void PageView::arrange() {
+  arrangement_ = PageArrangement(pages_, columns_, dots_per_twip());
+  pictures_.scale(dots_per_twip() * devicePixelRatioF());
+  const QSize beyond = arrangement_.size() - viewport()->size();
+  verticalScrollBar()->setRange(0, std::max(0, beyond.height()));
   verticalScrollBar()->setPageStep(viewport()->height());
-  verticalScrollBar()->setSingleStep(40);
-  horizontalScrollBar()->setRange(0, std::max(0, ground_.width() - viewport()->width()));
+  verticalScrollBar()->setSingleStep(kLine);
+  horizontalScrollBar()->setRange(0, std::max(0, beyond.width()));
   horizontalScrollBar()->setPageStep(viewport()->width());
+  horizontalScrollBar()->setSingleStep(kLine);
   viewport()->update();
 }
 
-std::size_t PageView::first_row_below(int y) const {
-  return static_cast<std::size_t>(std::upper_bound(row_ends_.begin(), row_ends_.end(), y) - row_ends_.begin());
+void PageView::zoom_about(double zoom, const QPoint& fixed) {
+  zoom = std::clamp(zoom, kLeastZoom, kMostZoom);
+  const std::optional<std::size_t> page = page_at(fixed);
+  const std::size_t anchor = page.value_or(current_);
+  const QPointF point = pages_.empty() ? QPointF() : on_page(anchor, fixed);
+  zoom_ = zoom;
+  arrange();
+  if (pages_.empty()) return;
+  const QPointF moved = in_view(anchor, QRectF(point, QSizeF())).topLeft() - fixed;
+  horizontalScrollBar()->setValue(horizontalScrollBar()->value() + static_cast<int>(std::lround(moved.x())));
+  verticalScrollBar()->setValue(verticalScrollBar()->value() + static_cast<int>(std::lround(moved.y())));
+  find_current_page();
+}
+
+void PageView::zoom(double zoom) {
+  fit_ = Fit::Free;
+  zoom_about(zoom, viewport()->rect().center());
+  tell();
+}
+
+void PageView::fit(Fit fit) {
+  fit_ = fit;
+  zoom_ = fitting_zoom();
+  arrange();
+  go_to(current_);
+}
+
+void PageView::columns(int columns) {
+  columns_ = std::max(1, columns);
+  fit(fit_);
 }
 
 QPoint PageView::origin() const {
-  const int spare = std::max(0, viewport()->width() - ground_.width());
+  const int spare = std::max(0, viewport()->width() - arrangement_.size().width());
   return {spare / 2 - horizontalScrollBar()->value(), -verticalScrollBar()->value()};
 }
 
-// Of the row in the middle of the view; at either end of the scrolling, of the row there.
-std::size_t PageView::page_in_view() const {
-  if (sizes_.empty()) return 0;
-  const QScrollBar& bar = *verticalScrollBar();
-  if (bar.value() == bar.minimum()) return 0;
-  if (bar.value() == bar.maximum()) return (row_ends_.size() - 1) * row_size();
-  return first_row_below(bar.value() + viewport()->height() / 2) * row_size();
+double PageView::shown_part(std::size_t page) const {
+  const QRect place = arrangement_.place(page).translated(origin());
+  const QRect shown = place & viewport()->rect();
+  return shown.isEmpty() ? 0 : 1.0 * shown.width() * shown.height() / (1.0 * place.width() * place.height());
+}
+
+// The page that most is seen of; the one that the user went to, as long as no other shows more.
+void PageView::find_current_page() {
+  if (pages_.empty()) return;
+  const int top = -origin().y();
+  const auto [first, end] = arrangement_.between(top, top + viewport()->height());
+  std::size_t best = std::min(current_, pages_.size() - 1);
+  for (std::size_t page = first; page < end; ++page)
+    if (shown_part(page) > shown_part(best)) best = page;
+  current_ = best;
 }
 
 void PageView::go_to(std::size_t page) {
-  if (page < places_.size()) verticalScrollBar()->setValue(places_[page].top() - kGap);
+  if (pages_.empty()) return;
+  page = std::min(page, pages_.size() - 1);
+  verticalScrollBar()->setValue(arrangement_.place(page).top() - PageArrangement::kGap);
   current_ = page;
   tell();
 }
 
-void PageView::mark(const QString& sought, const std::optional<Match>& current) {
-  sought_ = sought;
-  current_match_ = current;
-  viewport()->update();
-}
-
 void PageView::show_match(const Match& match) {
-  const QRect& place = places_[match.page];
-  const int y = place.top() + static_cast<int>(match.box.center().y() * dots_per_twip());
-  const int x = place.left() + static_cast<int>(match.box.center().x() * dots_per_twip());
-  if (y < verticalScrollBar()->value() + kGap || y > verticalScrollBar()->value() + viewport()->height() - kGap)
-    verticalScrollBar()->setValue(y - viewport()->height() / 2);
-  if (x < horizontalScrollBar()->value() || x > horizontalScrollBar()->value() + viewport()->width())
-    horizontalScrollBar()->setValue(x - viewport()->width() / 2);
+  const QRect room = viewport()->rect().adjusted(kLine, kLine, -kLine, -kLine);
+  const QPoint at = in_view(match.page, match.box).center().toPoint();
+  if (at.y() < room.top() || at.y() > room.bottom())
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + at.y() - room.center().y());
+  if (at.x() < room.left() || at.x() > room.right())
+    horizontalScrollBar()->setValue(horizontalScrollBar()->value() + at.x() - room.center().x());
   current_ = match.page;
-  tell();
-}
-
-const QImage& PageView::picture(std::size_t page) {
-  if (const QImage* kept = pictures_.object(page)) return *kept;
-  const double ratio = devicePixelRatioF();
-  auto* image = new QImage(drawn_page(*pages_.at(page), zoom_ * logicalDpiX() * ratio));
-  image->setDevicePixelRatio(ratio);
-  ++drawn_;
-  const auto kib = static_cast<int>(image->sizeInBytes() / 1024);
-  pictures_.insert(page, image, std::min(kib, kPicturesKiB));
-  return *pictures_.object(page);
-}
-
-void PageView::paint_page(QPainter& painter, std::size_t page, const QPoint& origin) {
-  const QRect place = places_[page].translated(origin);
-  painter.fillRect(place.translated(3, 3), QColor(0x50, 0x50, 0x50));
-  painter.drawImage(place.topLeft(), picture(page));
-  const double scale = dots_per_twip();
-  for (const Match& match : matches_on(*pages_.at(page), page, sought_)) {
-    const bool current = current_match_ && current_match_->page == page && current_match_->place == match.place;
-    const QRectF box(match.box.topLeft() * scale + place.topLeft(), match.box.size() * scale);
-    painter.fillRect(box, current ? kCurrentMark : kMark);
-  }
-}
-
-void PageView::paintEvent(QPaintEvent*) {
-  QPainter painter(viewport());
-  painter.fillRect(viewport()->rect(), kGround);
-  if (sizes_.empty()) return;
-  const QPoint from = origin();
-  const std::size_t last = first_row_below(viewport()->height() - from.y());
-  for (std::size_t row = first_row_below(-from.y()); row <= last && row < row_ends_.size(); ++row) {
-    const std::size_t first = row * row_size();
-    for (std::size_t page = first; page < std::min(places_.size(), first + row_size()); ++page)
-      paint_page(painter, page, from);
-  }
-}
-
-void PageView::resizeEvent(QResizeEvent* event) {
-  QAbstractScrollArea::resizeEvent(event);
-  if (fit_ != Fit::Free)
-    set_fit(fit_);
-  else
-    lay_out();
-}
-
-void PageView::scrollContentsBy(int, int) {
-  current_ = page_in_view();
   viewport()->update();
   tell();
+}
+
+void PageView::found(const Found* found) {
+  found_ = found;
+  viewport()->update();
+}
+
+void PageView::select_page() {
+  if (pages_.empty()) return;
+  const engine::Page& page = *pages_[current_];
+  selection_ = Selection{current_, QRectF(0, 0, page.width, page.height)};
+  viewport()->update();
+}
+
+QString PageView::selected_text() const {
+  return selection_ ? PageText(*pages_[selection_->page]).text_in(selection_->area) : QString();
+}
+
+std::optional<std::size_t> PageView::page_at(const QPoint& point) const {
+  const QPoint ground = point - origin();
+  const auto [first, end] = arrangement_.between(ground.y(), ground.y());
+  for (std::size_t page = first; page < end; ++page)
+    if (arrangement_.place(page).contains(ground)) return page;
+  return std::nullopt;
+}
+
+QPointF PageView::on_page(std::size_t page, const QPoint& point) const {
+  return QPointF(point - origin() - arrangement_.place(page).topLeft()) / dots_per_twip();
+}
+
+QRectF PageView::in_view(std::size_t page, const QRectF& box) const {
+  const double scale = dots_per_twip();
+  return {box.topLeft() * scale + arrangement_.place(page).topLeft() + origin(), box.size() * scale};
+}
+
+void PageView::paintEvent(QPaintEvent* event) {
+  QPainter painter(viewport());
+  painter.fillRect(event->rect(), kGround);
+  const QRect ground = event->rect().translated(-origin());
+  const auto [first, end] = arrangement_.between(ground.top(), ground.bottom());
+  for (std::size_t page = first; page < end; ++page) paint_page(painter, page, event->rect());
+  idle_.start(kIdleAfter, this);
+}
+
+void PageView::paint_page(QPainter& painter, std::size_t page, const QRect& exposed) {
+  constexpr int kShade = 3;
+  const QRect place = arrangement_.place(page).translated(origin());
+  if (!place.adjusted(0, 0, kShade, kShade).intersects(exposed)) return;
+  painter.fillRect(place.translated(kShade, kShade), kShadow);
+  // Tiles count in dots of the device, which may be finer than those of the window.
+  const double ratio = devicePixelRatioF();
+  const QRectF shown = QRectF((place & exposed).translated(-place.topLeft()));
+  const double side = PagePictures::kTile / ratio;
+  for (int row = static_cast<int>(shown.top() / side); row * side < shown.bottom(); ++row) {
+    for (int column = static_cast<int>(shown.left() / side); column * side < shown.right(); ++column) {
+      const QImage& tile = pictures_.tile(*pages_[page], {page, column, row});
+      painter.drawImage(
+          QRectF(place.left() + column * side, place.top() + row * side, tile.width() / ratio, tile.height() / ratio),
+          tile);
+    }
+  }
+  paint_marks(painter, page);
+}
+
+void PageView::paint_marks(QPainter& painter, std::size_t page) const {
+  if (found_) {
+    const auto [first, end] = found_->range(page);
+    for (std::size_t match = first; match < end; ++match)
+      painter.fillRect(in_view(page, found_->matches()[match].box), match == found_->at() ? kCurrentMark : kMark);
+  }
+  if (!selection_ || selection_->page != page) return;
+  for (const QRectF& line : PageText(*pages_[page]).lines_in(selection_->area))
+    painter.fillRect(in_view(page, line), kSelection);
+}
+
+// While the user reads, the neighbours of what shows are drawn, so that the next step finds them ready.
+void PageView::draw_ahead() {
+  const int top = -origin().y(), step = viewport()->height();
+  const auto [first, end] = arrangement_.between(top - step, top + 2 * step);
+  for (std::size_t page = first; page < end; ++page) {
+    const PagePictures::Key key{page, 0, 0};
+    if (pictures_.has(key)) continue;
+    pictures_.tile(*pages_[page], key);
+    return idle_.start(0, this);  // one at a time, so that no key stroke waits for all
+  }
+}
+
+void PageView::timerEvent(QTimerEvent* event) {
+  if (event->timerId() != idle_.timerId()) return QAbstractScrollArea::timerEvent(event);
+  idle_.stop();
+  draw_ahead();
+}
+
+void PageView::resizeEvent(QResizeEvent*) {
+  const QRect first = pages_.empty() ? QRect() : arrangement_.place(current_);
+  const int above = first.top() - verticalScrollBar()->value();
+  zoom_ = fitting_zoom();
+  arrange();
+  if (!pages_.empty() && fit_ != Fit::Free) verticalScrollBar()->setValue(arrangement_.place(current_).top() - above);
+  tell();
+}
+
+void PageView::scrollContentsBy(int dx, int dy) {
+  viewport()->scroll(dx, dy);
+  const std::size_t before = current_;
+  find_current_page();
+  if (current_ != before) tell();
 }
 
 void PageView::wheelEvent(QWheelEvent* event) {
-  if (event->modifiers() & Qt::ControlModifier) {
-    set_zoom(event->angleDelta().y() > 0 ? zoom_ * kWheelStep : zoom_ / kWheelStep);
-    event->accept();
-  } else {
-    QAbstractScrollArea::wheelEvent(event);
-  }
+  if (!(event->modifiers() & Qt::ControlModifier)) return QAbstractScrollArea::wheelEvent(event);
+  fit_ = Fit::Free;
+  zoom_about(zoom_ * std::pow(kWheelZoom, event->angleDelta().y() / kNotch), event->position().toPoint());
+  tell();
 }
 
 void PageView::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
-    case Qt::Key_Home:
-      return go_to(0);
-    case Qt::Key_End:
-      return go_to(sizes_.empty() ? 0 : sizes_.size() - 1);
+    case Qt::Key_Up:
+      return verticalScrollBar()->triggerAction(QScrollBar::SliderSingleStepSub);
+    case Qt::Key_Down:
+      return verticalScrollBar()->triggerAction(QScrollBar::SliderSingleStepAdd);
+    case Qt::Key_Left:
+      return horizontalScrollBar()->triggerAction(QScrollBar::SliderSingleStepSub);
+    case Qt::Key_Right:
+      return horizontalScrollBar()->triggerAction(QScrollBar::SliderSingleStepAdd);
+    case Qt::Key_PageUp:
+      return verticalScrollBar()->triggerAction(QScrollBar::SliderPageStepSub);
+    case Qt::Key_PageDown:
     case Qt::Key_Space:
-      return verticalScrollBar()->triggerAction(event->modifiers() & Qt::ShiftModifier
-                                                    ? QAbstractSlider::SliderPageStepSub
-                                                    : QAbstractSlider::SliderPageStepAdd);
+      return verticalScrollBar()->triggerAction(QScrollBar::SliderPageStepAdd);
     default:
-      QAbstractScrollArea::keyPressEvent(event);
+      return QAbstractScrollArea::keyPressEvent(event);
   }
 }
 
-void PageView::tell() {
+void PageView::mousePressEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return QAbstractScrollArea::mousePressEvent(event);
+  selection_.reset();
+  if (const auto page = page_at(event->pos())) {
+    pressed_ = on_page(*page, event->pos());
+    selection_ = Selection{*page, QRectF()};
+  }
+  viewport()->update();
+}
+
+void PageView::mouseMoveEvent(QMouseEvent* event) {
+  if (!(event->buttons() & Qt::LeftButton) || !selection_) return;
+  selection_->area = QRectF(pressed_, on_page(selection_->page, event->pos())).normalized();
+  viewport()->update();
+}
+
+void PageView::tell() const {
   if (changed) changed();
 }
 

@@ -1,46 +1,52 @@
-// The pages of one preview on a scrolling ground.
+// The pages of one preview on a scrolling ground, with the marks of found and selected text.
 //
-// Only pages that show are drawn, by the painter that draws every raster, and the pictures drawn last are kept within a
-// bound; so a thousand pages scroll as smoothly as ten.
+// Only what shows is drawn (page_pictures.h), so a thousand pages scroll as one does. Zoom 1 is as large as on paper.
 #pragma once
 
 #include <QAbstractScrollArea>
-#include <QCache>
-#include <QImage>
+#include <QBasicTimer>
 #include <functional>
 #include <optional>
 #include <vector>
 
 #include "engine/pages.h"
-#include "preview/page_text.h"
+#include "preview/found.h"
+#include "preview/page_arrangement.h"
+#include "preview/page_pictures.h"
 
 namespace dorvo::preview {
 
-enum class Fit { Free, PageWidth, WholePage };
-
 class PageView : public QAbstractScrollArea {
  public:
-  explicit PageView(QWidget* parent = nullptr);
+  enum class Fit { Free, PageWidth, WholePage };
+  static constexpr double kLeastZoom = 0.1;
+  static constexpr double kMostZoom = 8;
 
-  void set_pages(engine::Pages pages);
-  const engine::Pages& pages() const { return pages_; }
+  explicit PageView(std::vector<engine::PagePtr> pages, QWidget* parent = nullptr);
 
-  double zoom() const { return zoom_; }  // 1: as large as on paper, at the screen's dots an inch
-  void set_zoom(double zoom);            // within 10 % and 800 %
+  const std::vector<engine::PagePtr>& pages() const { return pages_; }
+
+  double zoom() const { return zoom_; }
+  void zoom(double zoom);  // kept within its bounds; what stood in the middle stays there
   Fit fit() const { return fit_; }
-  void set_fit(Fit fit);
-  int columns() const { return columns_; }  // pages beside each other
-  void set_columns(int columns);
+  void fit(Fit fit);
+  int columns() const { return columns_; }
+  void columns(int columns);
 
-  std::size_t current_page() const { return current_; }                   // index of the page in view
-  void go_to(std::size_t page);                                           // its top comes to the top of the view
-  void mark(const QString& sought, const std::optional<Match>& current);  // empty: no marks
+  std::size_t current_page() const { return current_; }  // index
+  void go_to(std::size_t page);                          // its top comes to the top of the view
   void show_match(const Match& match);
 
-  // Pages drawn since the view was made.
-  std::size_t drawn() const { return drawn_; }
+  // What is marked; outlives the view. nullptr: nothing.
+  void found(const Found* found);
+  // The lines that the mouse went over, or the whole current page.
+  void select_page();
+  bool has_selection() const { return selection_.has_value(); }
+  QString selected_text() const;
 
-  std::function<void()> changed;  // the current page, the zoom or the fit is another
+  const PagePictures& pictures() const { return pictures_; }
+
+  std::function<void()> changed;  // current page, zoom or fit are others now
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -48,32 +54,42 @@ class PageView : public QAbstractScrollArea {
   void scrollContentsBy(int dx, int dy) override;
   void wheelEvent(QWheelEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
 
  private:
-  void lay_out();
+  struct Selection {
+    std::size_t page = 0;
+    QRectF area;  // twips on the page
+  };
+
   double dots_per_twip() const;
   double fitting_zoom() const;
-  std::size_t row_size() const { return static_cast<std::size_t>(columns_); }
-  std::size_t first_row_below(int y) const;
-  std::size_t page_in_view() const;
-  QPoint origin() const;  // of the ground in the viewport
-  const QImage& picture(std::size_t page);
-  void paint_page(QPainter& painter, std::size_t page, const QPoint& origin);
-  void tell();
+  void arrange();
+  void zoom_about(double zoom, const QPoint& fixed);  // a point of the viewport that stays where it is
+  QPoint origin() const;                              // of the ground in the viewport
+  double shown_part(std::size_t page) const;
+  void find_current_page();
+  std::optional<std::size_t> page_at(const QPoint& point) const;
+  QPointF on_page(std::size_t page, const QPoint& point) const;
+  QRectF in_view(std::size_t page, const QRectF& box) const;
+  void paint_page(QPainter& painter, std::size_t page, const QRect& exposed);
+  void paint_marks(QPainter& painter, std::size_t page) const;
+  void draw_ahead();
+  void tell() const;
 
-  engine::Pages pages_;
-  std::vector<QSize> sizes_;   // of the pages, twips
-  std::vector<QRect> places_;  // of the pages on the ground
-  std::vector<int> row_ends_;  // bottoms of the rows of pages
-  QSize ground_;
-  QCache<std::size_t, QImage> pictures_;  // cost in KiB
-  std::size_t current_ = 0;
+  std::vector<engine::PagePtr> pages_;
+  PageArrangement arrangement_;
+  PagePictures pictures_;
   double zoom_ = 1;
   Fit fit_ = Fit::Free;
   int columns_ = 1;
-  QString sought_;
-  std::optional<Match> current_match_;
-  std::size_t drawn_ = 0;
+  std::size_t current_ = 0;
+  const Found* found_ = nullptr;
+  std::optional<Selection> selection_;
+  QPointF pressed_;
+  QBasicTimer idle_;
 };
 
 }  // namespace dorvo::preview

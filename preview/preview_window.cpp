@@ -2,345 +2,319 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QComboBox>
-#include <QDockWidget>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
+#include <QCloseEvent>
+#include <QMessageBox>
+#include <QScreen>
 #include <QShortcut>
 #include <QStatusBar>
-#include <QToolBar>
-#include <QToolButton>
+#include <QVBoxLayout>
+#include <algorithm>
 #include <array>
-#include <cmath>
+#include <map>
 
-#include "frame/report.h"
+#include "preview/page_text.h"
 #include "preview/print_dialog.h"
+#include "preview/tools.h"
+#include "value/failure.h"
 
 namespace dorvo::preview {
 namespace {
 
-// The standard tools by their index in the report's toolbar.
-enum StandardTool : std::size_t {
-  kContents = 0,
-  kPrint = 2,
-  kCopy = 4,
-  kFind = 6,
-  kSingle = 8,
-  kMultiple = 9,
-  kZoomOut = 11,
-  kZoomIn = 12,
-  kZoom = 13,
-  kPrevious = 15,
-  kNext = 16,
-  kPageNumber = 17,
-  kBack = 19,
-  kForward = 20
-};
-
-constexpr const char* kSeparator = "-";
-constexpr int kPagesBeside = 3;
 constexpr double kZoomStep = 1.25;
-constexpr std::array<int, 7> kZoomPercents = {25, 50, 75, 100, 150, 200, 400};
-const QString kPageWidth = QStringLiteral("Page Width");
-const QString kWholePage = QStringLiteral("Whole Page");
+constexpr int kBeside = 3;  // pages in a row
+constexpr QSize kUsualSize(1080, 860);
+constexpr std::size_t kMostNotices = 5;
 
-struct Key {
-  std::size_t tool;
-  QKeySequence keys;
+// The report has the pages of a window while it hears of a click there.
+class PagesOnLoan {
+ public:
+  PagesOnLoan(frame::Report& report, const std::vector<engine::PagePtr>& pages) : report_(report) {
+    for (const engine::PagePtr& page : pages) pages_.add(page);
+    report_.swap_pages(pages_);
+  }
+  ~PagesOnLoan() { report_.swap_pages(pages_); }
+  PagesOnLoan(const PagesOnLoan&) = delete;
+  PagesOnLoan& operator=(const PagesOnLoan&) = delete;
+
+ private:
+  frame::Report& report_;
+  engine::Pages pages_;
 };
-
-const std::vector<Key>& keys() {
-  static const std::vector<Key> all = {
-      {kPrint, QKeySequence::Print},
-      {kCopy, QKeySequence::Copy},
-      {kFind, QKeySequence::Find},
-      {kZoomOut, QKeySequence::ZoomOut},
-      {kZoomIn, QKeySequence::ZoomIn},
-      {kPrevious, QKeySequence(Qt::CTRL | Qt::Key_PageUp)},
-      {kNext, QKeySequence(Qt::CTRL | Qt::Key_PageDown)},
-      {kBack, QKeySequence(Qt::ALT | Qt::Key_Left)},
-      {kForward, QKeySequence(Qt::ALT | Qt::Key_Right)},
-  };
-  return all;
-}
 
 }  // namespace
 
-PreviewWindow::PreviewWindow(frame::Report& report)
-    : report_(report), pages_(report.Pages()), tool_rows_(report.Toolbar().Tools) {
+PreviewWindow::PreviewWindow(frame::Report& report, const std::string& failure)
+    : report_(report),
+      tools_(report.Toolbar().Tools),
+      view_(new PageView({report.Pages().begin(), report.Pages().end()})),
+      tool_bar_(new ToolBar(report.Toolbar())),
+      find_bar_(new FindBar),
+      cancel_print_(new QPushButton("Cancel printing")) {
   setAttribute(Qt::WA_DeleteOnClose);
-  setWindowTitle(QString::fromStdString(report.Name()) + " - Preview");
-  resize(1180, 820);
-  view_ = new PageView(this);
-  setCentralWidget(view_);
-  make_tools();
-  make_find_bar();
-  make_contents();
-  make_shortcuts();
-  view_->changed = [this] { update_state(); };
-  view_->set_pages(pages_);
-  view_->setFocus();
-}
+  setWindowTitle(QString::fromStdString(report.Name()));
+  addToolBar(tool_bar_);
+  setContextMenuPolicy(Qt::PreventContextMenu);
 
-// ---- tools ----
-
-void PreviewWindow::make_tools() {
-  tools_ = addToolBar("Tools");
-  tools_->setObjectName("tools");
-  tools_->setMovable(false);
-  for (std::size_t i = 0; i < tool_rows_.size(); ++i) {
-    if (i < engine::Toolbar::kStandardTools)
-      add_standard_tool(i, tool_rows_[i]);
-    else
-      add_own_tool(tool_rows_[i]);
-  }
-}
-
-void PreviewWindow::add_standard_tool(std::size_t index, const engine::Tool& tool) {
-  actions_.push_back(nullptr);
-  if (tool.Caption == kSeparator) {
-    tools_->addSeparator();
-    return;
-  }
-  if (index == kZoom) return make_zoom_list();
-  if (index == kPageNumber) return make_page_box();
-  QAction* action = tools_->addAction(QString::fromStdString(tool.Caption));
-  action->setEnabled(tool.Enabled);
-  connect(action, &QAction::triggered, this, [this, index] { run_tool(index); });
-  for (const Key& key : keys())
-    if (key.tool == index) action->setShortcut(key.keys);
-  if (!action->shortcut().isEmpty())
-    action->setToolTip(action->text() + " (" + action->shortcut().toString(QKeySequence::NativeText) + ")");
-  action->setCheckable(index == kSingle || index == kMultiple || index == kContents);
-  actions_.back() = action;
-}
-
-// With its caption's mnemonic, which tools made from actions drop.
-void PreviewWindow::add_own_tool(const engine::Tool& tool) {
-  auto* button = new QToolButton(tools_);
-  button->setObjectName("tool" + QString::number(tool.ID));
-  button->setText(QString::fromStdString(tool.Caption));
-  button->setToolButtonStyle(Qt::ToolButtonTextOnly);
-  button->setEnabled(tool.Enabled);
-  const auto click = [this, tool] {
-    if (tool_clicked) tool_clicked(tool);
-  };
-  connect(button, &QToolButton::clicked, this, click);
-  // The window answers to the mnemonic, so that it works where the bar has no room for the button.
-  button->setShortcut({});
-  connect(new QShortcut(QKeySequence::mnemonic(button->text()), this), &QShortcut::activated, this, click);
-  tools_->addSeparator();
-  tools_->addWidget(button);
-}
-
-void PreviewWindow::run_tool(std::size_t index) {
-  switch (index) {
-    case kContents:
-      return contents_->setVisible(!contents_->isVisible());
-    case kPrint:
-      return print();
-    case kCopy:
-      return copy();
-    case kFind:
-      return show_find(true);
-    case kSingle:
-      return view_->set_columns(1);
-    case kMultiple:
-      return view_->set_columns(kPagesBeside);
-    case kZoomOut:
-      return zoom_by(1 / kZoomStep);
-    case kZoomIn:
-      return zoom_by(kZoomStep);
-    case kPrevious:
-      return jump(view_->current_page() > 0 ? view_->current_page() - 1 : 0);
-    case kNext:
-      return jump(view_->current_page() + 1);
-    case kBack:
-      return go_back();
-    case kForward:
-      return go_forward();
-    default:
-      return;
-  }
-}
-
-void PreviewWindow::make_zoom_list() {
-  zoom_ = new QComboBox(tools_);
-  zoom_->setObjectName("zoom");
-  zoom_->setEditable(true);
-  zoom_->setInsertPolicy(QComboBox::NoInsert);
-  for (int percent : kZoomPercents) zoom_->addItem(QString::number(percent) + "%");
-  zoom_->addItem(kPageWidth);
-  zoom_->addItem(kWholePage);
-  tools_->addWidget(zoom_);
-  connect(zoom_, &QComboBox::textActivated, this, [this](const QString& text) { choose_zoom(text); });
-  connect(zoom_->lineEdit(), &QLineEdit::returnPressed, this, [this] { choose_zoom(zoom_->currentText()); });
-}
-
-void PreviewWindow::make_page_box() {
-  page_ = new QLineEdit(tools_);
-  page_->setObjectName("page");
-  page_->setFixedWidth(90);
-  page_->setAlignment(Qt::AlignCenter);
-  tools_->addWidget(page_);
-  connect(page_, &QLineEdit::returnPressed, this, [this] {
-    const int number = page_->text().section('/', 0, 0).trimmed().toInt();
-    if (number >= 1 && static_cast<std::size_t>(number) <= pages_.Count()) jump(static_cast<std::size_t>(number) - 1);
-    update_state();
-    view_->setFocus();
-  });
-}
-
-void PreviewWindow::make_find_bar() {
-  find_bar_ = new QToolBar("Find", this);
-  find_bar_->setObjectName("findBar");
-  find_bar_->setMovable(false);
-  addToolBarBreak();
-  addToolBar(find_bar_);
-  find_text_ = new QLineEdit(find_bar_);
-  find_text_->setObjectName("find");
-  find_text_->setPlaceholderText("Find");
-  find_text_->setMaximumWidth(260);
-  find_bar_->addWidget(find_text_);
-  connect(find_bar_->addAction("Find Next"), &QAction::triggered, this, [this] { find_next(); });
-  connect(find_bar_->addAction("Find Previous"), &QAction::triggered, this, [this] { find_previous(); });
-  connect(find_bar_->addAction("Close"), &QAction::triggered, this, [this] { show_find(false); });
-  connect(find_text_, &QLineEdit::returnPressed, this, [this] { find_next(); });
-  connect(find_text_, &QLineEdit::textChanged, this, [this] {
-    match_.reset();
-    view_->mark(find_text_->text(), match_);
-    statusBar()->clearMessage();
-  });
+  std::vector<std::string> lines = report.Messages();
+  if (!failure.empty()) lines.insert(lines.begin(), failure);
+  auto* middle = new QWidget;
+  auto* rows = new QVBoxLayout(middle);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->setSpacing(0);
+  if (!lines.empty()) rows->addWidget(notices(lines));
+  rows->addWidget(view_, 1);
+  rows->addWidget(find_bar_);
   find_bar_->hide();
+  setCentralWidget(middle);
+  cancel_print_->setObjectName("Cancel Printing");
+  cancel_print_->hide();
+  statusBar()->addPermanentWidget(cancel_print_);
+
+  connect_tools();
+  add_keys();
+  resize(kUsualSize.boundedTo(screen()->availableSize()));
+  view_->setFocus();
+  tool_bar_->action(kSingle)->setChecked(true);
+  show_state();
 }
 
-void PreviewWindow::make_contents() {
-  contents_ = new QDockWidget("Table of Contents", this);
-  contents_->setObjectName("contents");
-  auto* list = new QListWidget(contents_);
-  for (std::size_t i = 0; i < pages_.Count(); ++i) list->addItem("Page " + QString::number(i + 1));
-  connect(list, &QListWidget::currentRowChanged, this, [this](int row) {
-    if (row >= 0) jump(static_cast<std::size_t>(row));
-  });
-  contents_->setWidget(list);
-  addDockWidget(Qt::LeftDockWidgetArea, contents_);
-  contents_->hide();
+// What the user should know of the run, above the pages.
+QWidget* PreviewWindow::notices(const std::vector<std::string>& lines) {
+  QStringList texts;
+  for (const std::string& line : lines) texts += QString::fromStdString(line).simplified();
+  auto* strip = new QLabel(texts.mid(0, kMostNotices).join('\n'));
+  if (lines.size() > kMostNotices)
+    strip->setText(strip->text() + "\nand " + QString::number(lines.size() - kMostNotices) + " more");
+  strip->setObjectName("Notices");
+  strip->setTextFormat(Qt::PlainText);
+  strip->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  strip->setWordWrap(true);
+  strip->setToolTip(Qt::convertFromPlainText(texts.join('\n')));
+  strip->setStyleSheet(
+      "#Notices { background: #fff3c4; color: #3a2f00; padding: 6px; border-bottom: 1px solid #c9b458 }");
+  return strip;
 }
 
-void PreviewWindow::make_shortcuts() {
-  const auto add = [this](const QKeySequence& keys, auto action) {
-    connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
+void PreviewWindow::connect_tools() {
+  tool_bar_->clicked = [this](std::size_t tool) { click(tool); };
+  tool_bar_->fitted = [this](PageView::Fit fit) {
+    view_->fit(fit);
+    view_->setFocus();
   };
-  add(QKeySequence::FindNext, [this] { find_next(); });
-  add(QKeySequence::FindPrevious, [this] { find_previous(); });
-  add(QKeySequence(Qt::CTRL | Qt::Key_0), [this] { view_->set_zoom(1); });
-  add(QKeySequence(Qt::CTRL | Qt::Key_Equal), [this] { zoom_by(kZoomStep); });
-  add(QKeySequence(Qt::CTRL | Qt::Key_Home), [this] { jump(0); });
-  add(QKeySequence(Qt::CTRL | Qt::Key_End), [this] { jump(pages_.Count() == 0 ? 0 : pages_.Count() - 1); });
-  add(QKeySequence(Qt::CTRL | Qt::Key_G), [this] {
-    page_->setFocus();
-    page_->selectAll();
-  });
-  add(QKeySequence(Qt::CTRL | Qt::Key_W), [this] { close(); });
-  add(QKeySequence(Qt::Key_Escape), [this] { show_find(false); });
+  tool_bar_->zoomed = [this](double zoom) {
+    if (zoom > 0) view_->zoom(zoom);
+    show_state();
+    view_->setFocus();
+  };
+  tool_bar_->paged = [this](std::size_t page) {
+    visit(page);
+    view_->setFocus();
+  };
+  find_bar_->step = [this](Direction direction) { step(direction); };
+  find_bar_->edited = [this] { search(); };
+  find_bar_->closed = [this] { end_search(); };
+  view_->changed = [this] { show_state(); };
 }
 
-// ---- what they do ----
+void PreviewWindow::key(const QKeySequence& keys, const std::function<void()>& action) {
+  connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
+}
+
+// Keys that no tool has.
+void PreviewWindow::add_keys() {
+  key(Qt::CTRL | Qt::Key_G, [this] { tool_bar_->edit_page_number(); });
+  key(Qt::CTRL | Qt::Key_W, [this] { close(); });
+  key(Qt::CTRL | Qt::Key_A, [this] { view_->select_page(); });
+  key(Qt::CTRL | Qt::Key_0, [this] { view_->zoom(1); });
+  key(Qt::CTRL | Qt::Key_1, [this] { view_->fit(PageView::Fit::WholePage); });
+  key(Qt::CTRL | Qt::Key_2, [this] { view_->fit(PageView::Fit::PageWidth); });
+  key(Qt::Key_F3, [this] { step(Direction::Forward); });
+  key(Qt::SHIFT | Qt::Key_F3, [this] { step(Direction::Backward); });
+  for (const QKeySequence& keys : {QKeySequence(Qt::CTRL | Qt::Key_Home), QKeySequence(Qt::CTRL | Qt::Key_End)}) {
+    const bool is_home = keys == QKeySequence(Qt::CTRL | Qt::Key_Home);
+    key(keys, [this, is_home] { visit(is_home ? 0 : view_->pages().size()); });
+  }
+  // Of the pages only, or a text box would lose them.
+  for (const auto& [plain, page] : {std::pair<Qt::Key, bool>{Qt::Key_Home, true}, {Qt::Key_End, false}}) {
+    auto* shortcut = new QShortcut(QKeySequence(plain), view_, nullptr, nullptr, Qt::WidgetShortcut);
+    connect(shortcut, &QShortcut::activated, this,
+            [this, is_home = page] { visit(is_home ? 0 : view_->pages().size()); });
+  }
+}
+
+void PreviewWindow::click(std::size_t tool) {
+  static const std::map<std::size_t, Action> kActions = {
+      {kPrint, &PreviewWindow::print},    {kCopy, &PreviewWindow::copy},         {kFind, &PreviewWindow::find},
+      {kSingle, &PreviewWindow::single},  {kMultiple, &PreviewWindow::multiple}, {kZoomOut, &PreviewWindow::zoom_out},
+      {kZoomIn, &PreviewWindow::zoom_in}, {kPrevious, &PreviewWindow::previous}, {kNext, &PreviewWindow::next},
+      {kBack, &PreviewWindow::back},      {kForward, &PreviewWindow::forward},
+  };
+  {
+    const PagesOnLoan loan(report_, view_->pages());
+    report_.ActiveReport_ToolbarClick(tools_[tool]);
+  }
+  if (const auto action = kActions.find(tool); action != kActions.end()) (this->*action->second)();
+}
 
 void PreviewWindow::print() {
-  print_pages(this, QString::fromStdString(report_.Name()), pages_, view_->current_page(),
-              report_.Printer().PrintQuality == engine::kQualityDraft);
+  if (view_->pages().empty()) return;
+  try {
+    const std::size_t page = view_->current_page();
+    const engine::Page& shown = *view_->pages()[page];
+    PrintDialog dialog({report_.Name(), view_->pages().size(), page, QSize(shown.width, shown.height),
+                        report_.Printer().PrintQuality == engine::kQualityDraft},
+                       printers(), this);
+    if (dialog.exec() != QDialog::Accepted) return;
+    std::vector<engine::PagePtr> chosen;
+    for (const std::size_t index : dialog.pages()) chosen.push_back(view_->pages()[index]);
+    follow(dialog.order(), send(dialog.order(), chosen));
+  } catch (const value::Failure& failure) {
+    tell(QString::fromStdString(failure.description()), "Print");
+  }
+}
+
+void PreviewWindow::follow(const PrintOrder& order, int job) {
+  auto* watch = new PrintWatch(order, job, this);
+  statusBar()->showMessage(job_text(order, job, {}));
+  cancel_print_->show();
+  disconnect(cancel_print_, nullptr, this, nullptr);
+  const auto pressed = connect(cancel_print_, &QPushButton::clicked, this, [this, watch] {
+    try {
+      watch->cancel();
+    } catch (const value::Failure& failure) {
+      tell(QString::fromStdString(failure.description()), "Print");
+    }
+  });
+  watch->changed = [this, watch, pressed](const JobStatus& status) {
+    const QString text = job_text(watch->order(), watch->job(), status);
+    statusBar()->showMessage(text);
+    if (!has_ended(status.state)) return;
+    if (disconnect(pressed)) cancel_print_->hide();  // else it serves a later job by now
+    if (status.state != JobState::Done) tell(text, "Print");
+  };
 }
 
 void PreviewWindow::copy() {
-  if (pages_.Count() > 0) QApplication::clipboard()->setText(text_of(pages_[view_->current_page()]));
+  if (view_->pages().empty()) return;
+  const QString selected = view_->selected_text();
+  QApplication::clipboard()->setText(selected.isEmpty() ? PageText(*view_->pages()[view_->current_page()]).text()
+                                                        : selected);
 }
 
-void PreviewWindow::show_find(bool shown) {
-  find_bar_->setVisible(shown);
-  if (shown) {
-    find_text_->setFocus();
-    find_text_->selectAll();
-  } else {
-    view_->mark({}, {});
-    view_->setFocus();
+void PreviewWindow::find() {
+  find_bar_->begin();
+}
+
+void PreviewWindow::search() {
+  if (find_bar_->text() == found_.sought()) return;
+  found_ = Found(view_->pages(), find_bar_->text());
+  view_->found(&found_);
+  find_bar_->show_count(found_);
+}
+
+void PreviewWindow::step(Direction direction) {
+  if (find_bar_->isHidden()) return find();
+  search();
+  const std::size_t from = view_->current_page();
+  if (const auto match = found_.step(direction, from)) {
+    if (match->page != from) remember();
+    view_->show_match(*match);
   }
+  find_bar_->show_count(found_);
 }
 
-void PreviewWindow::find_next() {
-  find(Direction::Forward);
+void PreviewWindow::end_search() {
+  find_bar_->hide();
+  found_ = Found();
+  view_->found(nullptr);
+  view_->setFocus();
 }
 
-void PreviewWindow::find_previous() {
-  find(Direction::Backward);
+void PreviewWindow::single() {
+  view_->columns(1);
+  show_state();
 }
 
-void PreviewWindow::find(Direction direction) {
-  if (!find_bar_->isVisible()) return show_find(true);
-  const QString sought = find_text_->text();
-  match_ = find_text(view_->pages(), sought, view_->current_page(), match_, direction);
-  view_->mark(sought, match_);
-  if (match_) view_->show_match(*match_);
-  if (match_ || sought.isEmpty())
-    statusBar()->clearMessage();
-  else
-    statusBar()->showMessage("\"" + sought + "\" was not found");
+void PreviewWindow::multiple() {
+  view_->columns(std::max(2, std::min(kBeside, static_cast<int>(view_->pages().size()))));
+  view_->fit(PageView::Fit::PageWidth);
+  show_state();
 }
 
-void PreviewWindow::zoom_by(double factor) {
-  view_->set_zoom(view_->zoom() * factor);
+void PreviewWindow::zoom_out() {
+  view_->zoom(view_->zoom() / kZoomStep);
 }
 
-void PreviewWindow::choose_zoom(const QString& text) {
-  if (text == kPageWidth) return view_->set_fit(Fit::PageWidth);
-  if (text == kWholePage) return view_->set_fit(Fit::WholePage);
-  const int percent = QString(text).remove('%').trimmed().toInt();
-  if (percent > 0) view_->set_zoom(percent / 100.0);
-  update_state();
+void PreviewWindow::zoom_in() {
+  view_->zoom(view_->zoom() * kZoomStep);
 }
 
-void PreviewWindow::jump(std::size_t page) {
-  if (page >= pages_.Count() || page == view_->current_page()) return;
-  back_.push_back(view_->current_page());
-  forward_.clear();
+void PreviewWindow::previous() {
+  if (view_->current_page() > 0) visit(view_->current_page() - 1);
+}
+
+void PreviewWindow::next() {
+  visit(view_->current_page() + 1);
+}
+
+void PreviewWindow::remember() {
+  visited_.push_back(view_->current_page());
+  ahead_.clear();
+}
+
+void PreviewWindow::visit(std::size_t page) {
+  if (view_->pages().empty()) return;
+  page = std::min(page, view_->pages().size() - 1);
+  if (page != view_->current_page()) remember();
   view_->go_to(page);
 }
 
-void PreviewWindow::go_back() {
-  if (back_.empty()) return;
-  forward_.push_back(view_->current_page());
-  const std::size_t page = back_.back();
-  back_.pop_back();
+void PreviewWindow::back() {
+  if (visited_.empty()) return;
+  ahead_.push_back(view_->current_page());
+  const std::size_t page = visited_.back();
+  visited_.pop_back();
   view_->go_to(page);
 }
 
-void PreviewWindow::go_forward() {
-  if (forward_.empty()) return;
-  back_.push_back(view_->current_page());
-  const std::size_t page = forward_.back();
-  forward_.pop_back();
+void PreviewWindow::forward() {
+  if (ahead_.empty()) return;
+  visited_.push_back(view_->current_page());
+  const std::size_t page = ahead_.back();
+  ahead_.pop_back();
   view_->go_to(page);
 }
 
-void PreviewWindow::update_state() {
-  const std::size_t count = pages_.Count();
-  const std::size_t page = view_->current_page();
-  page_->setText(count == 0 ? QString("0 / 0") : QString("%1 / %2").arg(page + 1).arg(count));
-  const QString zoom = view_->fit() == Fit::PageWidth   ? kPageWidth
-                       : view_->fit() == Fit::WholePage ? kWholePage
-                                                        : QString::number(std::lround(view_->zoom() * 100)) + "%";
-  zoom_->setEditText(zoom);
-  const auto enable = [this](std::size_t tool, bool on) {
-    if (actions_[tool]) actions_[tool]->setEnabled(on && tool_rows_[tool].Enabled);
+void PreviewWindow::show_state() {
+  const std::size_t count = view_->pages().size(), page = view_->current_page();
+  tool_bar_->show_page(page, count);
+  tool_bar_->show_zoom(view_->zoom());
+  const auto enable = [&](StandardTool tool, bool is_of_use) {
+    if (QAction* action = tool_bar_->action(tool)) action->setEnabled(tools_[tool].Enabled && is_of_use);
   };
-  for (std::size_t tool : {kPrint, kCopy, kFind, kZoomIn, kZoomOut}) enable(tool, count > 0);
+  enable(kPrint, count > 0);
+  enable(kCopy, count > 0);
+  enable(kFind, count > 0);
+  enable(kZoomOut, view_->zoom() > PageView::kLeastZoom);
+  enable(kZoomIn, view_->zoom() < PageView::kMostZoom);
   enable(kPrevious, page > 0);
   enable(kNext, page + 1 < count);
-  enable(kBack, !back_.empty());
-  enable(kForward, !forward_.empty());
-  if (actions_[kSingle]) actions_[kSingle]->setChecked(view_->columns() == 1);
-  if (actions_[kMultiple]) actions_[kMultiple]->setChecked(view_->columns() > 1);
+  enable(kBack, !visited_.empty());
+  enable(kForward, !ahead_.empty());
+  tool_bar_->action(kSingle)->setChecked(view_->columns() == 1);
+  tool_bar_->action(kMultiple)->setChecked(view_->columns() > 1);
+}
+
+void PreviewWindow::tell(const QString& text, const QString& title) {
+  auto* box = new QMessageBox(QMessageBox::Warning, title, text, QMessageBox::Ok, this);
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->setTextFormat(Qt::PlainText);
+  box->open();
+}
+
+void PreviewWindow::closeEvent(QCloseEvent* event) {
+  event->accept();
+  if (closed) closed();
 }
 
 }  // namespace dorvo::preview

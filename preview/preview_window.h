@@ -1,80 +1,80 @@
-// The window of one preview: the report's toolbar over its pages.
+// One preview: the finished pages of one run, with tools, search, printing and export.
 //
-// Holds its pages itself, so that a later run of the same report object leaves this window as it is. The report object
-// must live as long as the window; report objects live for the whole process.
+// The window keeps the pages that it shows: a later run of the same report object opens a window of its own and leaves
+// this one as it is. The report object outlives the window, which closes by itself and is then gone.
 #pragma once
 
+#include <QLabel>
 #include <QMainWindow>
-#include <optional>
+#include <QPushButton>
+#include <functional>
 #include <vector>
 
-#include "engine/active_report.h"
+#include "frame/report.h"
+#include "preview/find_bar.h"
 #include "preview/page_view.h"
-
-class QAction;
-class QComboBox;
-class QLineEdit;
-class QToolBar;
-class QTreeWidget;
-
-namespace dorvo::frame {
-class Report;
-}
+#include "preview/print_watch.h"
+#include "preview/tool_bar.h"
 
 namespace dorvo::preview {
 
 class PreviewWindow : public QMainWindow {
  public:
-  // Takes the pages that the report's run left in it.
-  explicit PreviewWindow(frame::Report& report);
+  // `failure`: the line that ended the run, empty when it went through. Shows what was filled so far all the same.
+  PreviewWindow(frame::Report& report, const std::string& failure);
 
-  frame::Report& report() { return report_; }
-  const engine::Pages& pages() const { return pages_; }
+  std::function<void()> closed;
+
   PageView& view() { return *view_; }
-  QToolBar& tools() { return *tools_; }
-  // The action of a standard tool, nullptr for a separator.
-  QAction* tool(std::size_t index) const { return actions_.at(index); }
+  const Found& found() const { return found_; }
 
-  void find_next();
-  void find_previous();
+  // A message over this window that does not hold up the caller.
+  void tell(const QString& text, const QString& title);
 
-  std::function<void(const engine::Tool&)> tool_clicked;  // one that the report added
+ protected:
+  void closeEvent(QCloseEvent* event) override;
 
  private:
-  void make_tools();
-  void make_find_bar();
-  void make_contents();
-  void make_shortcuts();
-  void add_standard_tool(std::size_t index, const engine::Tool& tool);
-  void add_own_tool(const engine::Tool& tool);
-  void run_tool(std::size_t index);
-  void make_zoom_list();
-  void make_page_box();
+  using Action = void (PreviewWindow::*)();
+
+  QWidget* notices(const std::vector<std::string>& lines);
+  void connect_tools();
+  void add_keys();
+  void key(const QKeySequence& keys, const std::function<void()>& action);
+
+  // A click on a tool: the report hears of it first, with the pages that this window shows.
+  void click(std::size_t tool);
   void print();
+  void follow(const PrintOrder& order, int job);
   void copy();
-  void show_find(bool shown);
-  void find(Direction direction);
-  void zoom_by(double factor);
-  void choose_zoom(const QString& text);
-  void jump(std::size_t page);  // and remember where from
-  void go_back();
-  void go_forward();
-  void update_state();
+  void find();
+  void single();
+  void multiple();
+  void zoom_out();
+  void zoom_in();
+  void previous();
+  void next();
+  void back();
+  void forward();
+
+  void search();
+  void step(Direction direction);
+  void end_search();
+
+  // Goes there, and remembers where the user was.
+  void visit(std::size_t page);
+  void remember();
+  void show_state();
 
   frame::Report& report_;
-  engine::Pages pages_;
-  std::vector<engine::Tool> tool_rows_;
-  PageView* view_ = nullptr;
-  QToolBar* tools_ = nullptr;
-  QToolBar* find_bar_ = nullptr;
-  QLineEdit* find_text_ = nullptr;
-  QComboBox* zoom_ = nullptr;
-  QLineEdit* page_ = nullptr;
-  QDockWidget* contents_ = nullptr;
-  std::vector<QAction*> actions_;
-  std::optional<Match> match_;
-  std::vector<std::size_t> back_;
-  std::vector<std::size_t> forward_;
+  std::vector<engine::Tool> tools_;
+  PageView* view_;
+  ToolBar* tool_bar_;
+  FindBar* find_bar_;
+  QPushButton* cancel_print_;
+  Found found_;
+  std::vector<std::size_t> visited_;  // pages before this one
+  std::vector<std::size_t> ahead_;    // pages that the user came back from
 };
 
 }  // namespace dorvo::preview

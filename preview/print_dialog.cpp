@@ -1,192 +1,143 @@
 #include "preview/print_dialog.h"
 
-#include <QComboBox>
-#include <QDialog>
 #include <QDialogButtonBox>
 #include <QFormLayout>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QSpinBox>
-#include <QTimer>
+#include <QGridLayout>
 #include <QVBoxLayout>
-#include <array>
-#include <cmath>
+#include <numeric>
 
-#include "preview/print_job.h"
-#include "value/failure.h"
+#include "preview/page_ranges.h"
 
 namespace dorvo::preview {
 namespace {
 
-constexpr int kWatchEvery = 500;  // milliseconds
+constexpr double kLeastPaper = 50;  // mm
+constexpr double kMostPaper = 1200;
 constexpr int kMostCopies = 999;
-constexpr double kTwipsPerMillimetre = 1440 / 25.4;
+enum Quality { kDraft, kHigh };
 
-struct NamedPaper {
-  const char* name;
-  Paper paper;
-};
-constexpr std::array<NamedPaper, 5> kPapers = {{{"As the report", {}},
-                                                {"A4", {11906, 16838}},
-                                                {"Letter", {12240, 15840}},
-                                                {"Legal", {12240, 20160}},
-                                                {"Custom", {}}}};
-
-// Stays until it is read; the program goes on meanwhile.
-void tell(QWidget* parent, const std::string& text) {
-  auto* box = new QMessageBox(QMessageBox::Warning, "Print", QString::fromStdString(text), QMessageBox::Ok, parent);
-  box->setAttribute(Qt::WA_DeleteOnClose);
-  box->setObjectName("printMessage");
-  box->setModal(false);
-  box->show();
+// As the sheet is fed: printers turn a page that is read across.
+QSize upright(const QSize& sheet) {
+  return paper_of(sheet) == engine::kPaperCustom ? sheet : paper_size(paper_of(sheet));
 }
 
-class PrintDialog : public QDialog {
- public:
-  PrintDialog(QWidget* parent, const engine::Pages& pages, std::size_t current, bool draft)
-      : QDialog(parent), pages_(pages), current_(current) {
-    setObjectName("printDialog");
-    setWindowTitle("Print");
-    auto* form = new QFormLayout;
-    queue_ = new QComboBox;
-    queue_->setObjectName("printer");
-    for (const PrintQueue& queue : print_queues()) {
-      queue_->addItem(QString::fromStdString(queue.name));
-      if (queue.usual) queue_->setCurrentIndex(queue_->count() - 1);
-    }
-    form->addRow("Printer:", queue_);
-    all_ = add_choice(form, "All pages", "all");
-    one_ = add_choice(form, "Current page", "current");
-    some_ = add_choice(form, "Pages:", "some");
-    all_->setChecked(true);
-    range_ = new QLineEdit;
-    range_->setObjectName("range");
-    range_->setPlaceholderText("1-3, 5");
-    connect(range_, &QLineEdit::textEdited, this, [this] { some_->setChecked(true); });
-    form->addRow("", range_);
-    copies_ = new QSpinBox;
-    copies_->setObjectName("copies");
-    copies_->setRange(1, kMostCopies);
-    form->addRow("Copies:", copies_);
-    quality_ = new QComboBox;
-    quality_->setObjectName("quality");
-    quality_->addItems({"High", "Draft"});
-    quality_->setCurrentIndex(draft ? 1 : 0);
-    form->addRow("Quality:", quality_);
-    add_paper(form);
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    buttons->button(QDialogButtonBox::Ok)->setText("&Print");
-    buttons->button(QDialogButtonBox::Ok)->setEnabled(queue_->count() > 0);
-    if (queue_->count() == 0) queue_->addItem("No printer is set up");
-    connect(buttons, &QDialogButtonBox::accepted, this, [this] { accept_if_right(); });
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    auto* all = new QVBoxLayout(this);
-    all->addLayout(form);
-    all->addWidget(buttons);
-  }
-
-  const PrintRequest& request() const { return request_; }
-
- private:
-  static QRadioButton* add_choice(QFormLayout* form, const char* text, const char* name) {
-    auto* button = new QRadioButton(text);
-    button->setObjectName(name);
-    form->addRow("", button);
-    return button;
-  }
-
-  void add_paper(QFormLayout* form) {
-    paper_ = new QComboBox;
-    paper_->setObjectName("paper");
-    for (const NamedPaper& paper : kPapers) paper_->addItem(paper.name);
-    form->addRow("Paper:", paper_);
-    for (QDoubleSpinBox** size : {&width_, &height_}) {
-      *size = new QDoubleSpinBox;
-      (*size)->setRange(50, 1200);
-      (*size)->setSuffix(" mm");
-      (*size)->setEnabled(false);
-    }
-    width_->setObjectName("paperWidth");
-    height_->setObjectName("paperHeight");
-    width_->setValue(210);
-    height_->setValue(297);
-    form->addRow("Width:", width_);
-    form->addRow("Height:", height_);
-    connect(paper_, &QComboBox::currentIndexChanged, this, [this](int index) {
-      const bool custom = index == static_cast<int>(kPapers.size()) - 1;
-      width_->setEnabled(custom);
-      height_->setEnabled(custom);
-    });
-  }
-
-  std::vector<std::size_t> chosen() const {
-    if (one_->isChecked()) return {current_};
-    if (some_->isChecked()) return page_range(range_->text().toStdString(), pages_.Count());
-    std::vector<std::size_t> all(pages_.Count());
-    for (std::size_t i = 0; i < all.size(); ++i) all[i] = i;
-    return all;
-  }
-
-  void accept_if_right() {
-    try {
-      request_.queue = queue_->currentText().toStdString();
-      request_.pages.clear();
-      for (std::size_t index : chosen()) request_.pages.push_back(pages_.at(index));
-      request_.copies = copies_->value();
-      request_.draft = quality_->currentIndex() == 1;
-      request_.paper = kPapers.at(static_cast<std::size_t>(paper_->currentIndex())).paper;
-      if (width_->isEnabled())
-        request_.paper = {static_cast<int>(std::lround(width_->value() * kTwipsPerMillimetre)),
-                          static_cast<int>(std::lround(height_->value() * kTwipsPerMillimetre))};
-      accept();
-    } catch (const value::Failure& failure) {
-      tell(this, failure.description());
-    }
-  }
-
-  const engine::Pages& pages_;
-  std::size_t current_;
-  PrintRequest request_;
-  QComboBox* queue_ = nullptr;
-  QRadioButton* all_ = nullptr;
-  QRadioButton* one_ = nullptr;
-  QRadioButton* some_ = nullptr;
-  QLineEdit* range_ = nullptr;
-  QSpinBox* copies_ = nullptr;
-  QComboBox* quality_ = nullptr;
-  QComboBox* paper_ = nullptr;
-  QDoubleSpinBox* width_ = nullptr;
-  QDoubleSpinBox* height_ = nullptr;
-};
-
-void watch(QWidget* parent, const std::string& queue, int job) {
-  auto* timer = new QTimer(parent);
-  QObject::connect(timer, &QTimer::timeout, parent, [parent, timer, queue, job] {
-    const JobState state = job_state(queue, job);
-    if (state == JobState::Waiting || state == JobState::Printing) return;
-    timer->stop();
-    timer->deleteLater();
-    const std::string message = job_message(queue, job, state);
-    if (!message.empty()) tell(parent, message);
-  });
-  timer->start(kWatchEvery);
+template <class Widget>
+Widget* named(const char* name, Widget* widget) {
+  widget->setObjectName(name);
+  return widget;
 }
 
 }  // namespace
 
-void print_pages(QWidget* parent, const QString& title, const engine::Pages& pages, std::size_t current_page,
-                 bool draft) {
-  PrintDialog dialog(parent, pages, current_page, draft);
-  if (dialog.exec() != QDialog::Accepted) return;
-  try {
-    PrintRequest request = dialog.request();
-    request.title = title.toStdString();
-    watch(parent, request.queue, submit(request));
-  } catch (const value::Failure& failure) {
-    tell(parent, failure.description());
+PrintDialog::PrintDialog(Document document, const std::vector<PrinterName>& printers, QWidget* parent)
+    : QDialog(parent),
+      document_(std::move(document)),
+      printer_(named("Printer", new QComboBox)),
+      all_(named("All Pages", new QRadioButton("&All"))),
+      current_(named("Current Page", new QRadioButton("Curr&ent page"))),
+      some_(named("Some Pages", new QRadioButton("Pa&ges:"))),
+      ranges_(named("Page Ranges", new QLineEdit)),
+      copies_(named("Copies", new QSpinBox)),
+      quality_(named("Quality", new QComboBox)),
+      paper_(paper_list("Paper", paper_of(document_.sheet))),
+      width_(length_box("Paper Width", upright(document_.sheet).width(), kLeastPaper, kMostPaper)),
+      height_(length_box("Paper Height", upright(document_.sheet).height(), kLeastPaper, kMostPaper)),
+      wrong_(named("Wrong", new QLabel)) {
+  setWindowTitle("Print");
+  fill_printers(printers);
+  copies_->setRange(1, kMostCopies);
+  quality_->addItems({"Draft", "High"});
+  quality_->setCurrentIndex(document_.is_draft ? kDraft : kHigh);
+  wrong_->setStyleSheet("color: #b00020");
+
+  auto* form = new QFormLayout;
+  form->addRow("P&rinter:", printer_);
+  form->addRow("Pages:", page_choice());
+  form->addRow("&Copies:", copies_);
+  form->addRow("&Quality:", quality_);
+  form->addRow("Pap&er:", paper_);
+  form->addRow("&Width:", width_);
+  form->addRow("&Height:", height_);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
+  print_ = buttons->addButton("&Print", QDialogButtonBox::AcceptRole);
+  print_->setObjectName("Print");
+  print_->setDefault(true);
+  auto* all = new QVBoxLayout(this);
+  all->addLayout(form);
+  all->addWidget(wrong_);
+  all->addWidget(buttons);
+
+  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  connect(paper_, &QComboBox::currentIndexChanged, this, [this] { take_paper(); });
+  connect(ranges_, &QLineEdit::textEdited, this, [this] { some_->setChecked(true); });
+  connect(ranges_, &QLineEdit::textChanged, this, [this] { check(); });
+  for (QRadioButton* choice : {all_, current_, some_})
+    connect(choice, &QRadioButton::toggled, this, [this] { check(); });
+  take_paper();
+}
+
+void PrintDialog::fill_printers(const std::vector<PrinterName>& printers) {
+  for (const PrinterName& printer : printers) {
+    const QString name = QString::fromStdString(printer.name);
+    const QString description = QString::fromStdString(printer.description);
+    printer_->addItem(description.isEmpty() || description == name ? name : name + " - " + description, name);
+    if (printer.is_default) printer_->setCurrentIndex(printer_->count() - 1);
   }
+}
+
+QWidget* PrintDialog::page_choice() {
+  auto* choice = new QWidget;
+  auto* rows = new QGridLayout(choice);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->addWidget(all_, 0, 0, 1, 2);
+  rows->addWidget(current_, 1, 0, 1, 2);
+  rows->addWidget(some_, 2, 0);
+  rows->addWidget(ranges_, 2, 1);
+  all_->setText("&All " + QString::number(document_.pages));
+  current_->setText("Curre&nt page, " + QString::number(document_.current + 1));
+  all_->setChecked(true);
+  ranges_->setPlaceholderText("as 1-3,5");
+  return choice;
+}
+
+void PrintDialog::take_paper() {
+  const int code = paper_->currentData().toInt();
+  const bool is_custom = code == engine::kPaperCustom;
+  width_->setEnabled(is_custom);
+  height_->setEnabled(is_custom);
+  if (!is_custom) {
+    show_twips(*width_, paper_size(code).width());
+    show_twips(*height_, paper_size(code).height());
+  }
+  check();
+}
+
+PrintOrder PrintDialog::order() const {
+  PrintOrder order;
+  order.printer = printer_->currentData().toString().toStdString();
+  order.title = document_.title;
+  order.copies = copies_->value();
+  order.is_draft = quality_->currentIndex() == kDraft;
+  order.paper_width = twips_in(*width_);
+  order.paper_height = twips_in(*height_);
+  return order;
+}
+
+std::vector<std::size_t> PrintDialog::pages() const {
+  if (current_->isChecked()) return {document_.current};
+  if (some_->isChecked()) return page_ranges(ranges_->text(), document_.pages).value_or(std::vector<std::size_t>());
+  std::vector<std::size_t> all(document_.pages);
+  std::iota(all.begin(), all.end(), std::size_t{0});
+  return all;
+}
+
+void PrintDialog::check() {
+  QString wrong;
+  if (pages().empty()) wrong = "Pages: expected numbers from 1 to " + QString::number(document_.pages) + ", as 1-3,5";
+  if (printer_->count() == 0) wrong = "The print service has no printer";
+  wrong_->setText(wrong);
+  print_->setEnabled(wrong.isEmpty());
 }
 
 }  // namespace dorvo::preview

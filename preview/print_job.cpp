@@ -1,178 +1,227 @@
 #include "preview/print_job.h"
 
 #include <cups/cups.h>
-#include <unistd.h>
+#include <cups/pwg.h>
 
-#include <algorithm>
-#include <charconv>
+#include <array>
+#include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
-#include <set>
+#include <memory>
 
 #include "export/pdf_filter.h"
 #include "value/failure.h"
-#include "value/text.h"
 
 namespace dorvo::preview {
 namespace {
 
-using value::Error;
-using value::Failure;
+constexpr int kPatience = 3000;  // ms until the print service must answer
+constexpr int kPdf13 = 2;        // the newest version that our PDF filter writes
+constexpr int kPwgPerInch = 2540;
+constexpr int kTwipsPerInch = 1440;
 
-constexpr int kA4Width = 11906;
-constexpr int kA4Height = 16838;
-constexpr int kNearly = 20;  // twips: papers are told in whole points
+[[noreturn]] void fail(const std::string& what, const std::string& why) {
+  throw value::Failure(value::Error::CannotWrite, what + ": " + why);
+}
 
-// The job's options as the server takes them.
+struct Close {
+  void operator()(http_t* http) const { httpClose(http); }
+  void operator()(ipp_t* answer) const { ippDelete(answer); }
+  void operator()(cups_dest_t* dest) const { cupsFreeDests(1, dest); }
+  void operator()(cups_dinfo_t* info) const { cupsFreeDestInfo(info); }
+};
+using Http = std::unique_ptr<http_t, Close>;
+using Answer = std::unique_ptr<ipp_t, Close>;
+using Dest = std::unique_ptr<cups_dest_t, Close>;
+using DestInfo = std::unique_ptr<cups_dinfo_t, Close>;
+
+int give_up(http_t*, void*) {
+  return 0;
+}
+
+Http connected() {
+  Http http(httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), 1, kPatience, nullptr));
+  if (!http) fail("The print service at " + std::string(cupsServer()), "it does not answer");
+  httpSetTimeout(http.get(), kPatience / 1000.0, give_up, nullptr);
+  return http;
+}
+
+// Job options of the service's own kind.
 class Options {
  public:
-  ~Options() { cupsFreeOptions(count_, options_); }
-  Options() = default;
+  explicit Options(const PrintOrder& order) {
+    for (const auto& [name, value] : job_options(order))
+      count_ = cupsAddOption(name.c_str(), value.c_str(), count_, &all_);
+  }
+  ~Options() { cupsFreeOptions(count_, all_); }
   Options(const Options&) = delete;
   Options& operator=(const Options&) = delete;
-  void add(const char* name, const std::string& value) {
-    count_ = cupsAddOption(name, value.c_str(), count_, &options_);
-  }
   int count() const { return count_; }
-  cups_option_t* data() const { return options_; }
+  cups_option_t* all() const { return all_; }
 
  private:
   int count_ = 0;
-  cups_option_t* options_ = nullptr;
+  cups_option_t* all_ = nullptr;
 };
 
-std::string media_of(Paper paper) {
-  const int width = std::min(paper.width, paper.height);
-  const int height = std::max(paper.width, paper.height);
-  if (std::abs(width - kA4Width) < kNearly && std::abs(height - kA4Height) < kNearly) return "A4";
-  return "Custom." + value::number_text(width / 20.0) + "x" + value::number_text(height / 20.0);
-}
-
-void fill(Options& options, const PrintRequest& request) {
-  const engine::Page& first = *request.pages.front();
-  const bool own = request.paper.width == 0;
-  options.add(CUPS_COPIES, std::to_string(request.copies));
-  options.add(CUPS_PRINT_QUALITY, request.draft ? CUPS_PRINT_QUALITY_DRAFT : CUPS_PRINT_QUALITY_HIGH);
-  options.add(CUPS_MEDIA, media_of(own ? Paper{first.width, first.height} : request.paper));
-  options.add("print-scaling", own ? "none" : "fit");
-}
-
-// The pages as a PDF file with a name of its own, gone with the object.
-class PrintFile {
+// A PDF file of the pages in a folder of its own, gone with this.
+class SpoolFile {
  public:
-  explicit PrintFile(const std::vector<engine::PagePtr>& pages) {
-    folder_ = (std::filesystem::temp_directory_path() / "dorvo-print-XXXXXX").string();
-    if (!mkdtemp(folder_.data()))
-      throw Failure(Error::CannotWrite, "Cannot make a folder for the print job in \"" + folder_ + "\"");
+  explicit SpoolFile(const std::vector<engine::PagePtr>& pages) {
+    std::string name = (std::filesystem::temp_directory_path() / "dorvo-print-XXXXXX").string();
+    if (!mkdtemp(name.data())) fail("\"" + name + "\"", "the folder cannot be made");
+    folder_ = name;
     export_::PdfFilter filter;
     filter.FileName = path();
-    filter.Version = 2;
+    filter.Version = kPdf13;
     filter.begin();
     for (const engine::PagePtr& page : pages) filter.page(page);
     filter.end();
   }
-  ~PrintFile() {
+  ~SpoolFile() {
     std::error_code ignored;
     std::filesystem::remove_all(folder_, ignored);
   }
-  std::string path() const { return folder_ + "/pages.pdf"; }
+  SpoolFile(const SpoolFile&) = delete;
+  SpoolFile& operator=(const SpoolFile&) = delete;
+  std::string path() const { return (folder_ / "pages.pdf").string(); }
 
  private:
-  std::string folder_;
+  std::filesystem::path folder_;
 };
 
-[[noreturn]] void refuse(const std::string& queue) {
-  throw Failure(Error::CannotWrite, "Cannot print on \"" + queue + "\": " + cupsLastErrorString());
+int pwg(int twips) {
+  return static_cast<int>(std::lround(1.0 * twips * kPwgPerInch / kTwipsPerInch));
+}
+
+std::string media_of(const PrintOrder& order) {
+  const int width = pwg(order.paper_width), height = pwg(order.paper_height);
+  const pwg_media_t* known = pwgMediaForSize(width, height);
+  if (known && std::string_view(known->pwg).substr(0, 6) != "custom") return known->pwg;
+  std::array<char, 128> name{};
+  pwgFormatSizeName(name.data(), name.size(), "custom", nullptr, width, height, "mm");
+  return name.data();
+}
+
+// One job while it is handed over.
+class Delivery {
+ public:
+  Delivery(http_t* http, const PrintOrder& order) : http_(http), order_(order) {
+    dest_.reset(cupsGetNamedDest(http, order.printer.c_str(), nullptr));
+    if (!dest_) fail("Printer " + order.printer, "there is none of this name");
+    info_.reset(cupsCopyDestInfo(http, dest_.get()));
+    if (!info_) give_up();
+  }
+
+  int deliver(const std::string& file) {
+    const Options options(order_);
+    if (cupsCreateDestJob(http_, dest_.get(), info_.get(), &job_, order_.title.c_str(), options.count(),
+                          options.all()) > IPP_STATUS_OK_EVENTS_COMPLETE)
+      give_up();
+    try {
+      hand_over(file);
+    } catch (const value::Failure&) {
+      cupsCancelDestJob(http_, dest_.get(), job_);
+      throw;
+    }
+    return job_;
+  }
+
+ private:
+  [[noreturn]] void give_up() const { fail("Printer " + order_.printer, cupsLastErrorString()); }
+
+  void hand_over(const std::string& file) {
+    if (cupsStartDestDocument(http_, dest_.get(), info_.get(), job_, order_.title.c_str(), CUPS_FORMAT_PDF, 0, nullptr,
+                              1) != HTTP_STATUS_CONTINUE)
+      give_up();
+    std::ifstream in(file, std::ios::binary);
+    std::array<char, 65536> part{};
+    while (in.read(part.data(), part.size()) || in.gcount() > 0) {
+      if (cupsWriteRequestData(http_, part.data(), static_cast<std::size_t>(in.gcount())) != HTTP_STATUS_CONTINUE)
+        give_up();
+    }
+    if (cupsFinishDestDocument(http_, dest_.get(), info_.get()) > IPP_STATUS_OK_EVENTS_COMPLETE) give_up();
+  }
+
+  http_t* http_;
+  const PrintOrder& order_;
+  Dest dest_;
+  DestInfo info_;
+  int job_ = 0;
+};
+
+JobState state_of(int code) {
+  switch (code) {
+    case IPP_JSTATE_PROCESSING:
+      return JobState::Printing;
+    case IPP_JSTATE_COMPLETED:
+      return JobState::Done;
+    case IPP_JSTATE_CANCELED:
+      return JobState::Cancelled;
+    case IPP_JSTATE_ABORTED:
+      return JobState::Failed;
+    default:
+      return JobState::Waiting;
+  }
+}
+
+std::string text_of(ipp_t* answer, const char* attribute, ipp_tag_t kind) {
+  ipp_attribute_t* found = ippFindAttribute(answer, attribute, kind);
+  const char* text = found ? ippGetString(found, 0, nullptr) : nullptr;
+  return text && std::string_view(text) != "none" ? text : "";
 }
 
 }  // namespace
 
-std::vector<PrintQueue> print_queues() {
-  cups_dest_t* dests = nullptr;
-  const int count = cupsGetDests2(CUPS_HTTP_DEFAULT, &dests);
-  std::vector<PrintQueue> queues;
-  for (int i = 0; i < count; ++i) queues.push_back({dests[i].name, dests[i].is_default != 0});
-  cupsFreeDests(count, dests);
-  return queues;
-}
-
-int submit(const PrintRequest& request) {
-  if (request.pages.empty()) throw Failure(Error::EngineState, "There are no pages to print");
-  const PrintFile file(request.pages);
-  Options options;
-  fill(options, request);
-  const int job = cupsPrintFile2(CUPS_HTTP_DEFAULT, request.queue.c_str(), file.path().c_str(), request.title.c_str(),
-                                 options.count(), options.data());
-  if (job == 0) refuse(request.queue);
-  return job;
-}
-
-JobState job_state(const std::string& queue, int job) {
-  cups_job_t* jobs = nullptr;
-  const int count = cupsGetJobs2(CUPS_HTTP_DEFAULT, &jobs, queue.c_str(), 0, CUPS_WHICHJOBS_ALL);
-  JobState state = JobState::Done;  // the server forgets jobs that are long done
-  for (int i = 0; i < count; ++i) {
-    if (jobs[i].id != job) continue;
-    switch (jobs[i].state) {
-      case IPP_JSTATE_CANCELED:
-        state = JobState::Cancelled;
-        break;
-      case IPP_JSTATE_ABORTED:
-      case IPP_JSTATE_STOPPED:
-        state = JobState::Failed;
-        break;
-      case IPP_JSTATE_COMPLETED:
-        state = JobState::Done;
-        break;
-      case IPP_JSTATE_PROCESSING:
-        state = JobState::Printing;
-        break;
-      default:
-        state = JobState::Waiting;
-    }
+std::vector<PrinterName> printers() {
+  const Http http = connected();
+  cups_dest_t* all = nullptr;
+  const int count = cupsGetDests2(http.get(), &all);
+  std::vector<PrinterName> found;
+  for (const cups_dest_t* dest = all; dest < all + count; ++dest) {
+    if (dest->instance) continue;
+    const char* description = cupsGetOption("printer-info", dest->num_options, dest->options);
+    found.push_back({dest->name, description ? description : "", dest->is_default != 0});
   }
-  cupsFreeJobs(count, jobs);
-  return state;
+  cupsFreeDests(count, all);
+  return found;
 }
 
-void cancel_job(const std::string& queue, int job) {
-  if (cupsCancelJob2(CUPS_HTTP_DEFAULT, queue.c_str(), job, 0) > IPP_STATUS_OK_CONFLICTING) refuse(queue);
-}
-
-std::string job_message(const std::string& queue, int job, JobState state) {
-  const std::string what = "Job " + std::to_string(job) + " on " + queue;
-  if (state == JobState::Cancelled) return what + " was cancelled";
-  if (state == JobState::Failed) return what + " failed: the printer or its queue has stopped";
-  return {};
-}
-
-std::vector<std::size_t> page_range(const std::string& text, std::size_t count) {
-  const auto wrong = [&]() -> Failure {
-    return {Error::TypeMismatch,
-            "Pages \"" + text + "\": expected numbers from 1 to " + std::to_string(count) + ", such as 1-3, 5"};
+std::vector<std::pair<std::string, std::string>> job_options(const PrintOrder& order) {
+  return {
+      {CUPS_COPIES, std::to_string(order.copies)},
+      {"multiple-document-handling", "separate-documents-collated-copies"},
+      {CUPS_PRINT_QUALITY, order.is_draft ? CUPS_PRINT_QUALITY_DRAFT : CUPS_PRINT_QUALITY_HIGH},
+      {CUPS_MEDIA, media_of(order)},
+      {"print-scaling", "none"},  // the boxes must meet those of the stationery
   };
-  const auto number = [&](std::string_view part) {
-    part = value::trim(part);
-    std::size_t found = 0;
-    const auto [end, problem] = std::from_chars(part.data(), part.data() + part.size(), found);
-    if (problem != std::errc() || end != part.data() + part.size() || found < 1 || found > count) throw wrong();
-    return found;
-  };
-  std::set<std::size_t> pages;
-  for (std::string_view rest = text;;) {
-    const std::size_t comma = rest.find(',');
-    const std::string_view part = rest.substr(0, comma);
-    const std::size_t dash = part.find('-');
-    const std::size_t first = number(part.substr(0, dash));
-    const std::size_t last = dash == std::string_view::npos ? first : number(part.substr(dash + 1));
-    if (last < first) throw wrong();
-    for (std::size_t page = first; page <= last; ++page) pages.insert(page - 1);
-    if (comma == std::string_view::npos) break;
-    rest.remove_prefix(comma + 1);
-  }
-  return {pages.begin(), pages.end()};
+}
+
+int send(const PrintOrder& order, const std::vector<engine::PagePtr>& pages) {
+  const SpoolFile file(pages);
+  const Http http = connected();
+  return Delivery(http.get(), order).deliver(file.path());
+}
+
+JobStatus job_status(int job) {
+  const Http http = connected();
+  ipp_t* request = ippNewRequest(IPP_OP_GET_JOB_ATTRIBUTES);
+  const std::string uri = "ipp://localhost/jobs/" + std::to_string(job);
+  ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_URI, "job-uri", nullptr, uri.c_str());
+  ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr, cupsUser());
+  const Answer answer(cupsDoRequest(http.get(), request, "/"));
+  ipp_attribute_t* state = answer ? ippFindAttribute(answer.get(), "job-state", IPP_TAG_ENUM) : nullptr;
+  if (!state) fail("Print job " + std::to_string(job), cupsLastErrorString());
+  JobStatus status{state_of(ippGetInteger(state, 0)), text_of(answer.get(), "job-printer-state-message", IPP_TAG_TEXT)};
+  if (status.reason.empty()) status.reason = text_of(answer.get(), "job-state-reasons", IPP_TAG_KEYWORD);
+  return status;
+}
+
+void cancel_job(const std::string& printer, int job) {
+  const Http http = connected();
+  if (cupsCancelJob2(http.get(), printer.c_str(), job, 0) > IPP_STATUS_OK_EVENTS_COMPLETE)
+    fail("Print job " + std::to_string(job), cupsLastErrorString());
 }
 
 }  // namespace dorvo::preview

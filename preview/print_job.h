@@ -1,4 +1,7 @@
-// Printing by CUPS: finished pages go to a queue as PDF, with the job's options. No window is needed for any of it.
+// Printing through CUPS: which printers there are, sending pages, and what became of a job.
+//
+// Pages go as PDF, at their own size, with the job's options beside them. All calls wait for the print service, at most
+// some seconds; each fails with CannotWrite and one line: what was asked of which printer, and why it was not done.
 #pragma once
 
 #include <string>
@@ -8,39 +11,34 @@
 
 namespace dorvo::preview {
 
-struct PrintQueue {
+struct PrinterName {
   std::string name;
-  bool usual = false;  // the user's default
+  std::string description;  // empty when it has none
+  bool is_default = false;
 };
+std::vector<PrinterName> printers();
 
-// The queues that the print server knows; none when there is no server.
-std::vector<PrintQueue> print_queues();
-
-struct Paper {
-  int width = 0;  // twips, as the sheet is read; 0: as the report's first page
-  int height = 0;
-};
-
-struct PrintRequest {
-  std::string queue;
+struct PrintOrder {
+  std::string printer;
   std::string title;
-  std::vector<engine::PagePtr> pages;
   int copies = 1;
-  bool draft = false;
-  Paper paper;  // another size than the pages': they are made to fit
+  bool is_draft = false;    // else high quality
+  int paper_width = 11906;  // twips, of the sheet held upright
+  int paper_height = 16838;
 };
 
-// Number of the job. Fails with CannotWrite, naming the queue and the server's reason.
-int submit(const PrintRequest& request);
+// The job's options as the print service takes them, "media=iso_a4_210x297mm" and so on.
+std::vector<std::pair<std::string, std::string>> job_options(const PrintOrder& order);
+
+// Sends the pages and returns the number of the job; nothing stays in the queue when it fails.
+int send(const PrintOrder& order, const std::vector<engine::PagePtr>& pages);
 
 enum class JobState { Waiting, Printing, Done, Cancelled, Failed };
-JobState job_state(const std::string& queue, int job);
-void cancel_job(const std::string& queue, int job);
-
-// "Job 12 on Laser was cancelled"; empty for a state that needs no word.
-std::string job_message(const std::string& queue, int job, JobState state);
-
-// "1-3, 5" as indexes of `count` pages, ascending and each once. Fails with TypeMismatch, saying what was expected.
-std::vector<std::size_t> page_range(const std::string& text, std::size_t count);
+struct JobStatus {
+  JobState state = JobState::Waiting;
+  std::string reason;  // as the print service tells it; may be empty
+};
+JobStatus job_status(int job);
+void cancel_job(const std::string& printer, int job);
 
 }  // namespace dorvo::preview
