@@ -14,6 +14,11 @@ PagePtr Pages::at(std::size_t index) const {
   return unpacked_.emplace_back(index, unpack(*packed_.at(index - ready_.size()))).second;
 }
 
+const Sheet& Pages::sheet(std::size_t index) const {
+  if (index < ready_.size()) return *ready_[index];
+  return packed_.at(index - ready_.size())->sheet;
+}
+
 void Pages::add(PagePtr page) {
   if (packed_.empty()) {
     ready_.push_back(std::move(page));

@@ -72,6 +72,7 @@ class Pages {
 
   std::size_t Count() const { return ready_.size() + packed_.size(); }
   PagePtr at(std::size_t index) const;
+  const Sheet& sheet(std::size_t index) const;  // without making the page ready
   // Good until kUnpacked other pages have been read; at() gives one to hold.
   const Page& operator[](std::size_t index) const { return *at(index); }
 

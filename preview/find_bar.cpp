@@ -50,19 +50,20 @@ void FindBar::begin() {
 }
 
 void FindBar::show_count(const Found& found) {
-  const QString all = QString::number(found.matches().size());
+  const QString count = QString::number(found.count());
   if (found.sought().isEmpty()) {
     count_->clear();
-  } else if (found.matches().empty()) {
+  } else if (!found.has_seen_all()) {
+    count_->setText(count + " so far");
+  } else if (found.count() == 0) {
     count_->setText("Not found");
   } else {
-    count_->setText(found.at() ? QString::number(*found.at() + 1) + " of " + all : all + " found");
+    count_->setText(found.at() ? QString::number(found.number_at()) + " of " + count : count + " found");
   }
 }
 
 void FindBar::keyPressEvent(QKeyEvent* event) {
   pause_.stop();
-  if (event->key() == Qt::Key_Escape) return closed();
   if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) return QWidget::keyPressEvent(event);
   step(event->modifiers() & Qt::ShiftModifier ? Direction::Backward : Direction::Forward);
 }

@@ -6,23 +6,23 @@
 namespace dorvo::preview {
 namespace {
 
-QSize dots_of(const engine::Page& page, double dots_per_twip) {
+QSize dots_of(const engine::Sheet& page, double dots_per_twip) {
   return {static_cast<int>(std::lround(page.width * dots_per_twip)),
           static_cast<int>(std::lround(page.height * dots_per_twip))};
 }
 
 }  // namespace
 
-PageArrangement::PageArrangement(const std::vector<engine::PagePtr>& pages, int columns, double dots_per_twip)
+PageArrangement::PageArrangement(const engine::Pages& pages, int columns, double dots_per_twip)
     : columns_(static_cast<std::size_t>(std::max(1, columns))) {
   std::vector<int> widths;
   int top = kGap;
-  for (std::size_t page = 0; page < pages.size(); ++page) {
+  for (std::size_t page = 0; page < pages.Count(); ++page) {
     if (page % columns_ == 0) {
       widths.push_back(kGap);
       row_ends_.push_back(top);
     }
-    const QSize size = dots_of(*pages[page], dots_per_twip);
+    const QSize size = dots_of(pages.sheet(page), dots_per_twip);
     places_.emplace_back(QPoint(widths.back(), top), size);
     widths.back() += size.width() + kGap;
     row_ends_.back() = std::max(row_ends_.back(), top + size.height() + kGap);

@@ -15,7 +15,7 @@ class PageArrangement {
   static constexpr int kGap = 12;  // dots around a page
 
   PageArrangement() = default;
-  PageArrangement(const std::vector<engine::PagePtr>& pages, int columns, double dots_per_twip);
+  PageArrangement(const engine::Pages& pages, int columns, double dots_per_twip);
 
   const QSize& size() const { return size_; }  // of the ground, dots
   std::size_t count() const { return places_.size(); }

@@ -25,8 +25,7 @@ constexpr QColor kSelection(60, 130, 230, 90);
 
 }  // namespace
 
-PageView::PageView(std::vector<engine::PagePtr> pages, QWidget* parent)
-    : QAbstractScrollArea(parent), pages_(std::move(pages)) {
+PageView::PageView(engine::Pages pages, QWidget* parent) : QAbstractScrollArea(parent), pages_(std::move(pages)) {
   setFocusPolicy(Qt::StrongFocus);
   setFrameShape(QFrame::NoFrame);
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
@@ -39,13 +38,13 @@ double PageView::dots_per_twip() const {
 }
 
 double PageView::fitting_zoom() const {
-  if (pages_.empty() || fit_ == Fit::Free) return zoom_;
-  const engine::Page& page = *pages_[current_];
+  if (pages_.Count() == 0 || fit_ == Fit::Free) return zoom_;
+  const engine::Sheet& page = pages_.sheet(current_);
   constexpr int kGap = PageArrangement::kGap;
   const double inch = logicalDpiX() / kTwipsPerInch;
   // The scroll bar counts as shown, or showing it would change the zoom that made it needed.
   const int bar = verticalScrollBar()->sizeHint().width();
-  const int room = width() - (pages_.size() > 1 || fit_ == Fit::PageWidth ? bar : 0);
+  const int room = width() - (pages_.Count() > 1 || fit_ == Fit::PageWidth ? bar : 0);
   const double wide = (room - kGap * (columns_ + 1)) / (page.width * inch * columns_);
   const double high = (height() - 2 * kGap) / (page.height * inch);
   return std::clamp(fit_ == Fit::PageWidth ? wide : std::min(wide, high), kLeastZoom, kMostZoom);
@@ -68,10 +67,10 @@ void PageView::zoom_about(double zoom, const QPoint& fixed) {
   zoom = std::clamp(zoom, kLeastZoom, kMostZoom);
   const std::optional<std::size_t> page = page_at(fixed);
   const std::size_t anchor = page.value_or(current_);
-  const QPointF point = pages_.empty() ? QPointF() : on_page(anchor, fixed);
+  const QPointF point = pages_.Count() == 0 ? QPointF() : on_page(anchor, fixed);
   zoom_ = zoom;
   arrange();
-  if (pages_.empty()) return;
+  if (pages_.Count() == 0) return;
   const QPointF moved = in_view(anchor, QRectF(point, QSizeF())).topLeft() - fixed;
   horizontalScrollBar()->setValue(horizontalScrollBar()->value() + static_cast<int>(std::lround(moved.x())));
   verticalScrollBar()->setValue(verticalScrollBar()->value() + static_cast<int>(std::lround(moved.y())));
@@ -109,18 +108,18 @@ double PageView::shown_part(std::size_t page) const {
 
 // The page that most is seen of; the one that the user went to, as long as no other shows more.
 void PageView::find_current_page() {
-  if (pages_.empty()) return;
+  if (pages_.Count() == 0) return;
   const int top = -origin().y();
   const auto [first, end] = arrangement_.between(top, top + viewport()->height());
-  std::size_t best = std::min(current_, pages_.size() - 1);
+  std::size_t best = std::min(current_, pages_.Count() - 1);
   for (std::size_t page = first; page < end; ++page)
     if (shown_part(page) > shown_part(best)) best = page;
   current_ = best;
 }
 
 void PageView::go_to(std::size_t page) {
-  if (pages_.empty()) return;
-  page = std::min(page, pages_.size() - 1);
+  if (pages_.Count() == 0) return;
+  page = std::min(page, pages_.Count() - 1);
   verticalScrollBar()->setValue(arrangement_.place(page).top() - PageArrangement::kGap);
   current_ = page;
   tell();
@@ -138,20 +137,20 @@ void PageView::show_match(const Match& match) {
   tell();
 }
 
-void PageView::found(const Found* found) {
+void PageView::found(Found* found) {
   found_ = found;
   viewport()->update();
 }
 
 void PageView::select_page() {
-  if (pages_.empty()) return;
-  const engine::Page& page = *pages_[current_];
+  if (pages_.Count() == 0) return;
+  const engine::Sheet& page = pages_.sheet(current_);
   selection_ = Selection{current_, QRectF(0, 0, page.width, page.height)};
   viewport()->update();
 }
 
 QString PageView::selected_text() const {
-  return selection_ ? PageText(*pages_[selection_->page]).text_in(selection_->area) : QString();
+  return selection_ ? PageText(pages_[selection_->page]).text_in(selection_->area) : QString();
 }
 
 std::optional<std::size_t> PageView::page_at(const QPoint& point) const {
@@ -189,26 +188,30 @@ void PageView::paint_page(QPainter& painter, std::size_t page, const QRect& expo
   const double ratio = devicePixelRatioF();
   const QRectF shown = QRectF((place & exposed).translated(-place.topLeft()));
   const double side = PagePictures::kTile / ratio;
+  const engine::PagePtr held = pages_.at(page);
   for (int row = static_cast<int>(shown.top() / side); row * side < shown.bottom(); ++row) {
     for (int column = static_cast<int>(shown.left() / side); column * side < shown.right(); ++column) {
-      const QImage& tile = pictures_.tile(*pages_[page], {page, column, row});
+      const QImage& tile = pictures_.tile(*held, {page, column, row});
       painter.drawImage(
           QRectF(place.left() + column * side, place.top() + row * side, tile.width() / ratio, tile.height() / ratio),
           tile);
     }
   }
-  paint_marks(painter, page);
+  paint_marks(painter, *held, page);
 }
 
-void PageView::paint_marks(QPainter& painter, std::size_t page) const {
+void PageView::paint_marks(QPainter& painter, const engine::Page& page, std::size_t index) const {
   if (found_) {
-    const auto [first, end] = found_->range(page);
-    for (std::size_t match = first; match < end; ++match)
-      painter.fillRect(in_view(page, found_->matches()[match].box), match == found_->at() ? kCurrentMark : kMark);
+    const std::vector<QRectF>& boxes = found_->on(index);
+    const std::optional<Match>& at = found_->at();
+    for (std::size_t place = 0; place < boxes.size(); ++place) {
+      const bool is_current = at && at->page == index && at->place == place;
+      painter.fillRect(in_view(index, boxes[place]), is_current ? kCurrentMark : kMark);
+    }
   }
-  if (!selection_ || selection_->page != page) return;
-  for (const QRectF& line : PageText(*pages_[page]).lines_in(selection_->area))
-    painter.fillRect(in_view(page, line), kSelection);
+  if (!selection_ || selection_->page != index) return;
+  for (const QRectF& line : PageText(page).lines_in(selection_->area))
+    painter.fillRect(in_view(index, line), kSelection);
 }
 
 // While the user reads, the neighbours of what shows are drawn, so that the next step finds them ready.
@@ -218,7 +221,7 @@ void PageView::draw_ahead() {
   for (std::size_t page = first; page < end; ++page) {
     const PagePictures::Key key{page, 0, 0};
     if (pictures_.has(key)) continue;
-    pictures_.tile(*pages_[page], key);
+    pictures_.tile(*pages_.at(page), key);
     return idle_.start(0, this);  // one at a time, so that no key stroke waits for all
   }
 }
@@ -230,11 +233,12 @@ void PageView::timerEvent(QTimerEvent* event) {
 }
 
 void PageView::resizeEvent(QResizeEvent*) {
-  const QRect first = pages_.empty() ? QRect() : arrangement_.place(current_);
+  const QRect first = pages_.Count() == 0 ? QRect() : arrangement_.place(current_);
   const int above = first.top() - verticalScrollBar()->value();
   zoom_ = fitting_zoom();
   arrange();
-  if (!pages_.empty() && fit_ != Fit::Free) verticalScrollBar()->setValue(arrangement_.place(current_).top() - above);
+  if (!pages_.Count() == 0 && fit_ != Fit::Free)
+    verticalScrollBar()->setValue(arrangement_.place(current_).top() - above);
   tell();
 }
 

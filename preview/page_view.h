@@ -22,9 +22,9 @@ class PageView : public QAbstractScrollArea {
   static constexpr double kLeastZoom = 0.1;
   static constexpr double kMostZoom = 8;
 
-  explicit PageView(std::vector<engine::PagePtr> pages, QWidget* parent = nullptr);
+  explicit PageView(engine::Pages pages, QWidget* parent = nullptr);
 
-  const std::vector<engine::PagePtr>& pages() const { return pages_; }
+  const engine::Pages& pages() const { return pages_; }
 
   double zoom() const { return zoom_; }
   void zoom(double zoom);  // kept within its bounds; what stood in the middle stays there
@@ -38,7 +38,7 @@ class PageView : public QAbstractScrollArea {
   void show_match(const Match& match);
 
   // What is marked; outlives the view. nullptr: nothing.
-  void found(const Found* found);
+  void found(Found* found);
   // The lines that the mouse went over, or the whole current page.
   void select_page();
   bool has_selection() const { return selection_.has_value(); }
@@ -75,18 +75,18 @@ class PageView : public QAbstractScrollArea {
   QPointF on_page(std::size_t page, const QPoint& point) const;
   QRectF in_view(std::size_t page, const QRectF& box) const;
   void paint_page(QPainter& painter, std::size_t page, const QRect& exposed);
-  void paint_marks(QPainter& painter, std::size_t page) const;
+  void paint_marks(QPainter& painter, const engine::Page& page, std::size_t index) const;
   void draw_ahead();
   void tell() const;
 
-  std::vector<engine::PagePtr> pages_;
+  engine::Pages pages_;
   PageArrangement arrangement_;
   PagePictures pictures_;
   double zoom_ = 1;
   Fit fit_ = Fit::Free;
   int columns_ = 1;
   std::size_t current_ = 0;
-  const Found* found_ = nullptr;
+  Found* found_ = nullptr;
   std::optional<Selection> selection_;
   QPointF pressed_;
   QBasicTimer idle_;

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QCloseEvent>
+#include <QElapsedTimer>
 #include <QMessageBox>
 #include <QScreen>
 #include <QShortcut>
@@ -24,12 +25,12 @@ constexpr double kZoomStep = 1.25;
 constexpr int kBeside = 3;  // pages in a row
 constexpr QSize kUsualSize(1080, 860);
 constexpr std::size_t kMostNotices = 5;
+constexpr qint64 kTimeSlice = 10;  // ms
 
 // The report has the pages of a window while it hears of a click there.
 class PagesOnLoan {
  public:
-  PagesOnLoan(frame::Report& report, const std::vector<engine::PagePtr>& pages) : report_(report) {
-    for (const engine::PagePtr& page : pages) pages_.add(page);
+  PagesOnLoan(frame::Report& report, const engine::Pages& pages) : report_(report), pages_(pages) {
     report_.swap_pages(pages_);
   }
   ~PagesOnLoan() { report_.swap_pages(pages_); }
@@ -46,7 +47,7 @@ class PagesOnLoan {
 PreviewWindow::PreviewWindow(frame::Report& report, const std::string& failure)
     : report_(report),
       tools_(report.Toolbar().Tools),
-      view_(new PageView({report.Pages().begin(), report.Pages().end()})),
+      view_(new PageView(report.Pages())),
       tool_bar_(new ToolBar(report.Toolbar())),
       find_bar_(new FindBar),
       cancel_print_(new QPushButton("Cancel printing")) {
@@ -114,6 +115,7 @@ void PreviewWindow::connect_tools() {
   find_bar_->edited = [this] { search(); };
   find_bar_->closed = [this] { end_search(); };
   view_->changed = [this] { show_state(); };
+  connect(&looking_, &QTimer::timeout, this, [this] { look_further(); });
 }
 
 void PreviewWindow::key(const QKeySequence& keys, const std::function<void()>& action) {
@@ -130,15 +132,16 @@ void PreviewWindow::add_keys() {
   key(Qt::CTRL | Qt::Key_2, [this] { view_->fit(PageView::Fit::PageWidth); });
   key(Qt::Key_F3, [this] { step(Direction::Forward); });
   key(Qt::SHIFT | Qt::Key_F3, [this] { step(Direction::Backward); });
+  key(Qt::Key_Escape, [this] { end_search(); });
   for (const QKeySequence& keys : {QKeySequence(Qt::CTRL | Qt::Key_Home), QKeySequence(Qt::CTRL | Qt::Key_End)}) {
     const bool is_home = keys == QKeySequence(Qt::CTRL | Qt::Key_Home);
-    key(keys, [this, is_home] { visit(is_home ? 0 : view_->pages().size()); });
+    key(keys, [this, is_home] { visit(is_home ? 0 : view_->pages().Count()); });
   }
   // Of the pages only, or a text box would lose them.
   for (const auto& [plain, page] : {std::pair<Qt::Key, bool>{Qt::Key_Home, true}, {Qt::Key_End, false}}) {
     auto* shortcut = new QShortcut(QKeySequence(plain), view_, nullptr, nullptr, Qt::WidgetShortcut);
     connect(shortcut, &QShortcut::activated, this,
-            [this, is_home = page] { visit(is_home ? 0 : view_->pages().size()); });
+            [this, is_home = page] { visit(is_home ? 0 : view_->pages().Count()); });
   }
 }
 
@@ -157,16 +160,16 @@ void PreviewWindow::click(std::size_t tool) {
 }
 
 void PreviewWindow::print() {
-  if (view_->pages().empty()) return;
+  if (view_->pages().Count() == 0) return;
   try {
     const std::size_t page = view_->current_page();
-    const engine::Page& shown = *view_->pages()[page];
-    PrintDialog dialog({report_.Name(), view_->pages().size(), page, QSize(shown.width, shown.height),
+    const engine::Sheet& shown = view_->pages().sheet(page);
+    PrintDialog dialog({report_.Name(), view_->pages().Count(), page, QSize(shown.width, shown.height),
                         report_.Printer().PrintQuality == engine::kQualityDraft},
                        printers(), this);
     if (dialog.exec() != QDialog::Accepted) return;
     std::vector<engine::PagePtr> chosen;
-    for (const std::size_t index : dialog.pages()) chosen.push_back(view_->pages()[index]);
+    for (const std::size_t index : dialog.pages()) chosen.push_back(view_->pages().at(index));
     follow(dialog.order(), send(dialog.order(), chosen));
   } catch (const value::Failure& failure) {
     tell(QString::fromStdString(failure.description()), "Print");
@@ -195,9 +198,9 @@ void PreviewWindow::follow(const PrintOrder& order, int job) {
 }
 
 void PreviewWindow::copy() {
-  if (view_->pages().empty()) return;
+  if (view_->pages().Count() == 0) return;
   const QString selected = view_->selected_text();
-  QApplication::clipboard()->setText(selected.isEmpty() ? PageText(*view_->pages()[view_->current_page()]).text()
+  QApplication::clipboard()->setText(selected.isEmpty() ? PageText(view_->pages()[view_->current_page()]).text()
                                                         : selected);
 }
 
@@ -210,13 +213,22 @@ void PreviewWindow::search() {
   found_ = Found(view_->pages(), find_bar_->text());
   view_->found(&found_);
   find_bar_->show_count(found_);
+  looking_.start();
+}
+
+void PreviewWindow::look_further() {
+  QElapsedTimer busy;
+  busy.start();
+  while (found_.look_further() && busy.elapsed() < kTimeSlice) continue;
+  if (found_.has_seen_all()) looking_.stop();
+  find_bar_->show_count(found_);
 }
 
 void PreviewWindow::step(Direction direction) {
   if (find_bar_->isHidden()) return find();
   search();
   const std::size_t from = view_->current_page();
-  if (const auto match = found_.step(direction, from)) {
+  if (const auto& match = found_.step(direction, from)) {
     if (match->page != from) remember();
     view_->show_match(*match);
   }
@@ -225,6 +237,7 @@ void PreviewWindow::step(Direction direction) {
 
 void PreviewWindow::end_search() {
   find_bar_->hide();
+  looking_.stop();
   found_ = Found();
   view_->found(nullptr);
   view_->setFocus();
@@ -236,7 +249,7 @@ void PreviewWindow::single() {
 }
 
 void PreviewWindow::multiple() {
-  view_->columns(std::max(2, std::min(kBeside, static_cast<int>(view_->pages().size()))));
+  view_->columns(std::max(2, std::min(kBeside, static_cast<int>(view_->pages().Count()))));
   view_->fit(PageView::Fit::PageWidth);
   show_state();
 }
@@ -263,8 +276,8 @@ void PreviewWindow::remember() {
 }
 
 void PreviewWindow::visit(std::size_t page) {
-  if (view_->pages().empty()) return;
-  page = std::min(page, view_->pages().size() - 1);
+  if (view_->pages().Count() == 0) return;
+  page = std::min(page, view_->pages().Count() - 1);
   if (page != view_->current_page()) remember();
   view_->go_to(page);
 }
@@ -286,9 +299,9 @@ void PreviewWindow::forward() {
 }
 
 void PreviewWindow::show_state() {
-  const std::size_t count = view_->pages().size(), page = view_->current_page();
+  const std::size_t count = view_->pages().Count(), page = view_->current_page();
   tool_bar_->show_page(page, count);
-  tool_bar_->show_zoom(view_->zoom());
+  tool_bar_->show_zoom(view_->zoom(), view_->fit());
   const auto enable = [&](StandardTool tool, bool is_of_use) {
     if (QAction* action = tool_bar_->action(tool)) action->setEnabled(tools_[tool].Enabled && is_of_use);
   };

@@ -26,7 +26,6 @@ class PreviewWindow : public QMainWindow {
   std::function<void()> closed;
 
   PageView& view() { return *view_; }
-  const Found& found() const { return found_; }
 
   // A message over this window that does not hold up the caller.
   void tell(const QString& text, const QString& title);
@@ -60,6 +59,7 @@ class PreviewWindow : public QMainWindow {
   void search();
   void step(Direction direction);
   void end_search();
+  void look_further();
 
   // Goes there, and remembers where the user was.
   void visit(std::size_t page);
@@ -73,6 +73,7 @@ class PreviewWindow : public QMainWindow {
   FindBar* find_bar_;
   QPushButton* cancel_print_;
   Found found_;
+  QTimer looking_;                    // further through the pages, between what the user does
   std::vector<std::size_t> visited_;  // pages before this one
   std::vector<std::size_t> ahead_;    // pages that the user came back from
 };

@@ -53,7 +53,11 @@ void QtWindows::message(const std::string& text, const std::string& title) {
 }
 
 void QtWindows::export_dialog(frame::Report& report) {
-  ExportWindow(report.Pages(), QApplication::activeWindow()).exec();
+  ExportWindow window(report.Pages(), QApplication::activeWindow());
+  window.exec();
+  std::string told;
+  for (const std::string& line : window.logic().Messages()) told += line + "\n";
+  if (!told.empty()) message(told, "Export");
 }
 
 QString dialog_filter(const std::string& filter) {

@@ -52,6 +52,7 @@ QString caption_of(const engine::Tool& tool) {
 }  // namespace
 
 ToolBar::ToolBar(const engine::Toolbar& toolbar) : actions_(toolbar.Tools.size(), nullptr) {
+  setObjectName("Tool Bar");
   setWindowTitle("Tools");
   setMovable(false);
   setContextMenuPolicy(Qt::PreventContextMenu);
@@ -74,7 +75,8 @@ void ToolBar::add_tool(std::size_t index, const engine::Tool& tool) {
   }
 }
 
-// The button keeps the caption with its mnemonic, which a button made from an action would lose.
+// The button shows the caption with its mnemonic, which a button made from an action would lose; the window answers to
+// the mnemonic, also where the bar has no room for the button.
 void ToolBar::add_button(std::size_t index, const engine::Tool& tool) {
   auto* action = new QAction(caption_of(tool), this);
   action->setEnabled(tool.Enabled);
@@ -86,9 +88,11 @@ void ToolBar::add_button(std::size_t index, const engine::Tool& tool) {
     const QString key = hint->second.keys.isEmpty() ? QString() : hint->second.keys.first().toString();
     action->setToolTip(hint->second.text + (key.isEmpty() ? QString() : " (" + key + ")"));
   }
+  if (index >= engine::Toolbar::kStandardTools) action->setShortcut(QKeySequence::mnemonic(action->text()));
   addAction(action);
   if (auto* button = dynamic_cast<QToolButton*>(widgetForAction(action))) {
     button->setText(caption_of(tool));
+    button->setShortcut({});
     button->setObjectName(caption_of(tool));
     button->setFocusPolicy(Qt::TabFocus);
   }
@@ -142,10 +146,12 @@ void ToolBar::show_page(std::size_t page, std::size_t count) {
   count_->setText(" of " + QString::number(count) + " ");
 }
 
-void ToolBar::show_zoom(double zoom) {
+void ToolBar::show_zoom(double zoom, PageView::Fit fit) {
   if (!zoom_) return;
   const QSignalBlocker quiet(zoom_);
-  zoom_->setEditText(QString::number(std::lround(zoom * 100)) + "%");
+  zoom_->setEditText(fit == PageView::Fit::PageWidth   ? QString(kPageWidth)
+                     : fit == PageView::Fit::WholePage ? QString(kWholePage)
+                                                       : QString::number(std::lround(zoom * 100)) + "%");
 }
 
 void ToolBar::edit_page_number() {

@@ -28,7 +28,7 @@ class ToolBar : public QToolBar {
   QAction* action(std::size_t tool) const { return actions_.at(tool); }
 
   void show_page(std::size_t page, std::size_t count);  // index
-  void show_zoom(double zoom);
+  void show_zoom(double zoom, PageView::Fit fit);
   void edit_page_number();
 
  private:

@@ -9,10 +9,11 @@
 #include <QTimer>
 #include <functional>
 
-#include "preview/preview.h"
-#include "preview/preview_window.h"
+#include "preview/qt_windows.h"
+#include "preview/tools.h"
 #include "tests/data/scratch_database.h"
 #include "tests/frame/sample_report.h"
+#include "value/failure.h"
 
 namespace dorvo::preview {
 
@@ -37,23 +38,19 @@ class PreviewTest : public testing::Test {
     frame::basMain().ConnectionString = database.path();
     frame::use_sample_reports<kForm201, kForm202>();
     frame::set_report_classes({{kForm201, make<kForm201>}, {kForm202, make<kForm202>}});
-    start();
+    windows = start();
   }
   ~PreviewTest() override {
     for (QWidget* widget : QApplication::topLevelWidgets()) widget->close();
-    turn();
+    windows->turn();
+    frame::register_ports({});
     frame::basMain() = {};
   }
 
-  // Shows the report and gives its window, the one opened last.
+  // Shows the report and gives its window.
   PreviewWindow& shown(const char* report = kForm201) {
     frame::report_slot(report).Show();
-    PreviewWindow* window = nullptr;
-    for (QWidget* widget : QApplication::topLevelWidgets())
-      if (auto* found = dynamic_cast<PreviewWindow*>(widget); found && found->isVisible() && !known.contains(found))
-        window = found;
-    EXPECT_NE(window, nullptr);
-    known += window;
+    PreviewWindow* window = windows->windows().back();
     QApplication::setActiveWindow(window);
     EXPECT_TRUE(QTest::qWaitForWindowExposed(window));
     return *window;
@@ -68,6 +65,9 @@ class PreviewTest : public testing::Test {
     });
   }
 
+  // Handles events until it holds.
+  static bool comes(const std::function<bool()>& it) { return QTest::qWaitFor(it, 30000); }
+
   template <class Widget>
   static Widget& child(QWidget& parent, const char* name) {
     auto* found = parent.findChild<Widget*>(name);
@@ -75,14 +75,47 @@ class PreviewTest : public testing::Test {
     return *found;
   }
 
+  static void click(QWidget& parent, const char* button) {
+    QTest::mouseClick(&child<QWidget>(parent, button), Qt::LeftButton);
+  }
+  // A click on a tool's button.
+  static void tool(PreviewWindow& window, const char* caption) { click(child<ToolBar>(window, "Tool Bar"), caption); }
+  // The mouse goes from one point to another with its left button down.
+  static void drag(QWidget& widget, const QPoint& from, const QPoint& to) {
+    const std::tuple<QEvent::Type, QPoint, Qt::MouseButton, Qt::MouseButtons> steps[] = {
+        {QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton},
+        {QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton},
+        {QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton},
+    };
+    for (const auto& [type, point, button, buttons] : steps) {
+      QMouseEvent event(type, point, widget.mapToGlobal(point), button, buttons, Qt::NoModifier);
+      QApplication::sendEvent(&widget, &event);
+    }
+  }
+  static void type(QWidget& parent, const char* edit, const std::string& text) {
+    auto& line = child<QWidget>(parent, edit);
+    line.setFocus();
+    QTest::keyClick(&line, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(&line, Qt::Key_Delete);
+    QTest::keyClicks(&line, QString::fromStdString(text));
+  }
+
+  std::shared_ptr<QtWindows> windows;
   data::ScratchDatabase database;
-  QList<PreviewWindow*> known;
 
  private:
   template <const char* Name>
   static std::unique_ptr<frame::Report> make() {
     return std::make_unique<AllCustomers>(Name);
   }
+};
+
+class ThousandPages : public PreviewTest {
+ protected:
+  ThousandPages()
+      : PreviewTest(
+            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 1000)"
+            "INSERT INTO Customer SELECT i, 'Dealer ' || i FROM n;") {}
 };
 
 }  // namespace dorvo::preview

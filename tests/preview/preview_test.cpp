@@ -1,214 +1,317 @@
 // The preview driven by clicks and keys.
+#include <gtest/gtest.h>
+
 #include <QClipboard>
-#include <QComboBox>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QScrollBar>
-#include <QStatusBar>
-#include <QToolBar>
 #include <QToolButton>
+#include <QWheelEvent>
 #include <chrono>
 
+#include "preview/page_text.h"
 #include "tests/preview/preview_fixture.h"
 
 namespace dorvo::preview {
 namespace {
 
+int page_number(PreviewWindow& window) {
+  return window.findChild<QSpinBox*>("Page Number")->value();
+}
+
+QString page_text(PreviewWindow& window, std::size_t page) {
+  return PageText(window.view().pages()[page]).text();
+}
+
 TEST_F(PreviewTest, ShowOpensAWindowAndReturns) {
   PreviewWindow& window = shown();
-  EXPECT_EQ(window.windowTitle(), "Form201 - Preview");
+  EXPECT_EQ(window.windowTitle(), "Form201");
   EXPECT_EQ(window.view().pages().Count(), 3u);
-  EXPECT_EQ(open_windows(), 1u);
+  EXPECT_EQ(windows->open(), 1u);
   window.close();
-  turn();
-  EXPECT_EQ(open_windows(), 0u);
+  EXPECT_EQ(windows->open(), 0u);
 }
 
-TEST_F(PreviewTest, StandardToolbarThenExportReport) {
+TEST_F(PreviewTest, StandardToolsStandWhereTheirNamesSay) {
+  const std::pair<StandardTool, const char*> tools[] = {
+      {kContents, "Table of Contents"},
+      {kPrint, "Print..."},
+      {kCopy, "Copy"},
+      {kFind, "Find"},
+      {kSingle, "Single"},
+      {kMultiple, "Multiple"},
+      {kZoomOut, "Zoom Out"},
+      {kZoomIn, "Zoom In"},
+      {kZoom, "Zoom"},
+      {kPrevious, "Previous"},
+      {kNext, "Next"},
+      {kPageNumber, "Page Number"},
+      {kBack, "Back"},
+      {kForward, "Forward"},
+  };
+  const engine::Toolbar standard;
+  for (const auto& [tool, caption] : tools) EXPECT_EQ(standard.Tools[tool].Caption, caption);
+}
+
+TEST_F(PreviewTest, ToolbarHasTheStandardToolsThenTheReports) {
   PreviewWindow& window = shown();
+  auto& bar = child<ToolBar>(window, "Tool Bar");
   QStringList captions;
-  for (std::size_t i = 0; i < engine::Toolbar::kStandardTools; ++i)
-    if (QAction* action = window.tool(i)) captions += action->text();
-  EXPECT_EQ(captions.join("|"),
-            "Table of Contents|Print...|Copy|Find|Single|Multiple|Zoom Out|Zoom In|Previous|Next|Back|Forward");
-  EXPECT_FALSE(window.tool(0)->isEnabled());
-  EXPECT_TRUE(window.tool(2)->isEnabled());
-  EXPECT_EQ(child<QToolButton>(window, "tool1").text(), "E&xport Report");
-  // The widget that stands last in the bar is the report's own.
-  EXPECT_EQ(window.tools().widgetForAction(window.tools().actions().last())->objectName(), "tool1");
-}
-
-TEST_F(PreviewTest, PagesByKeysToolsAndNumber) {
-  PreviewWindow& window = shown();
-  auto& page = child<QLineEdit>(window, "page");
-  EXPECT_EQ(page.text(), "1 / 3");
-  QTest::keyClick(&window.view(), Qt::Key_End);
-  EXPECT_EQ(page.text(), "3 / 3");
-  QTest::keyClick(&window.view(), Qt::Key_Home);
-  EXPECT_EQ(page.text(), "1 / 3");
-  window.tool(16)->trigger();
-  EXPECT_EQ(page.text(), "2 / 3");
-  QTest::keyClick(&window, Qt::Key_PageDown, Qt::ControlModifier);
-  EXPECT_EQ(page.text(), "3 / 3");
-  EXPECT_FALSE(window.tool(16)->isEnabled());
-  page.selectAll();
-  QTest::keyClicks(&page, "1");
-  QTest::keyClick(&page, Qt::Key_Return);
-  EXPECT_EQ(page.text(), "1 / 3");
-  page.selectAll();
-  QTest::keyClicks(&page, "17");
-  QTest::keyClick(&page, Qt::Key_Return);
-  EXPECT_EQ(page.text(), "1 / 3");
-  window.tool(19)->trigger();  // back
-  EXPECT_EQ(page.text(), "3 / 3");
-  window.tool(20)->trigger();  // forward
-  EXPECT_EQ(page.text(), "1 / 3");
-}
-
-TEST_F(PreviewTest, FindMarksTheTextAndGoesRound) {
-  PreviewWindow& window = shown();
-  QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier);
-  auto& find = child<QLineEdit>(window, "find");
-  ASSERT_TRUE(find.isVisible());
-  const QImage before = window.view().viewport()->grab().toImage();
-  QTest::keyClicks(&find, "ganesh");
-  QTest::keyClick(&find, Qt::Key_Return);
-  EXPECT_EQ(window.view().current_page(), 1u);
-  // The marked letters lie on orange: somewhere red is strong and blue weak.
-  const QImage after = window.view().viewport()->grab().toImage();
-  int marked = 0;
-  for (int y = 0; y < after.height(); ++y)
-    for (int x = 0; x < after.width(); ++x)
-      marked += qRed(after.pixel(x, y)) > 200 && qBlue(after.pixel(x, y)) < 160 ? 1 : 0;
-  EXPECT_GT(marked, 50);
-  QTest::keyClick(&window, Qt::Key_F3);  // only one: round to itself
-  EXPECT_EQ(window.view().current_page(), 1u);
-  find.selectAll();
-  QTest::keyClicks(&find, "nobody");
-  QTest::keyClick(&find, Qt::Key_Return);
-  EXPECT_EQ(window.statusBar()->currentMessage(), "\"nobody\" was not found");
-  QTest::keyClick(&window, Qt::Key_Escape);
-  EXPECT_FALSE(find.isVisible());
-}
-
-TEST_F(PreviewTest, FindGoesThroughAllMatchesBothWays) {
-  PreviewWindow& window = shown();
-  std::vector<std::pair<std::size_t, std::size_t>> forward, backward;
-  std::optional<Match> match;
-  for (int i = 0; i < 4; ++i) {
-    match = find_text(window.view().pages(), "register", 0, match, Direction::Forward);
-    ASSERT_TRUE(match);
-    forward.emplace_back(match->page, match->place);
+  for (QAction* action : bar.actions()) {
+    if (action->isSeparator())
+      captions += "-";
+    else
+      captions += bar.widgetForAction(action)->objectName();
   }
-  for (int i = 0; i < 2; ++i) {
-    match = find_text(window.view().pages(), "register", 0, match, Direction::Backward);
-    backward.emplace_back(match->page, match->place);
+  EXPECT_EQ(captions.join("|").toStdString(),
+            "Table of Contents|-|Print...|-|Copy|-|Find|-|Single|Multiple|-|Zoom Out|Zoom In|Zoom|-|Previous|Next|"
+            "Page Number|Page Count|-|Back|Forward|-|E&xport Report");
+  EXPECT_FALSE(child<QToolButton>(window, "Table of Contents").isEnabled());
+  EXPECT_TRUE(child<QToolButton>(window, "Print...").isEnabled());
+  EXPECT_EQ(child<QToolButton>(window, "E&xport Report").text(), "E&xport Report");
+  EXPECT_EQ(child<QLabel>(window, "Page Count").text().trimmed(), "of 3");
+}
+
+TEST_F(PreviewTest, PagesByToolsKeysAndNumber) {
+  PreviewWindow& window = shown();
+  PageView& view = window.view();
+  struct Step {
+    const char* what;
+    std::function<void()> act;
+    int page;
+  };
+  const auto key = [](QWidget& to, Qt::Key pressed, Qt::KeyboardModifiers with = Qt::NoModifier) {
+    return [&to, pressed, with] { QTest::keyClick(&to, pressed, with); };
+  };
+  const auto number = [&](const char* typed) {
+    return [this, &window, typed] {
+      QTest::keyClick(&window, Qt::Key_G, Qt::ControlModifier);
+      type(window, "Page Number", typed);
+      QTest::keyClick(&child<QWidget>(window, "Page Number"), Qt::Key_Return);
+    };
+  };
+  const Step steps[] = {
+      {"End", key(view, Qt::Key_End), 3},
+      {"Home", key(view, Qt::Key_Home), 1},
+      {"Next", [&] { tool(window, "Next"); }, 2},
+      {"Ctrl+PgDn", key(window, Qt::Key_PageDown, Qt::ControlModifier), 3},
+      {"Next at the end", [&] { tool(window, "Next"); }, 3},
+      {"Previous", [&] { tool(window, "Previous"); }, 2},
+      {"Ctrl+PgUp", key(window, Qt::Key_PageUp, Qt::ControlModifier), 1},
+      {"Ctrl+End", key(window, Qt::Key_End, Qt::ControlModifier), 3},
+      {"number 2", number("2"), 2},
+      {"number 9", number("9"), 2},
+      {"Back", [&] { tool(window, "Back"); }, 3},
+      {"Alt+Left", key(window, Qt::Key_Left, Qt::AltModifier), 1},
+      {"Forward", [&] { tool(window, "Forward"); }, 3},
+      {"Alt+Right", key(window, Qt::Key_Right, Qt::AltModifier), 2},
+      {"Forward at the end", [&] { tool(window, "Forward"); }, 2},
+  };
+  EXPECT_EQ(page_number(window), 1);
+  for (const Step& step : steps) {
+    step.act();
+    EXPECT_EQ(page_number(window), step.page) << step.what;
   }
-  using Places = std::vector<std::pair<std::size_t, std::size_t>>;
-  EXPECT_EQ(forward, (Places{{0, 0}, {1, 0}, {2, 0}, {0, 0}}));
-  EXPECT_EQ(backward, (Places{{2, 0}, {1, 0}}));
-  EXPECT_FALSE(find_text(window.view().pages(), "", 0, {}, Direction::Forward));
+}
+
+TEST_F(PreviewTest, PageKeysScrollByAView) {
+  PreviewWindow& window = shown();
+  QScrollBar& bar = *window.view().verticalScrollBar();
+  QTest::keyClick(&window.view(), Qt::Key_PageDown);
+  EXPECT_EQ(bar.value(), window.view().viewport()->height());
+  QTest::keyClick(&window.view(), Qt::Key_PageUp);
+  EXPECT_EQ(bar.value(), 0);
 }
 
 TEST_F(PreviewTest, Zoom) {
   PreviewWindow& window = shown();
-  auto& list = child<QComboBox>(window, "zoom");
-  EXPECT_EQ(list.currentText(), "100%");
-  window.tool(12)->trigger();
-  EXPECT_EQ(list.currentText(), "125%");
-  window.tool(11)->trigger();
-  EXPECT_EQ(list.currentText(), "100%");
-  list.lineEdit()->selectAll();
-  QTest::keyClicks(list.lineEdit(), "60");
-  QTest::keyClick(list.lineEdit(), Qt::Key_Return);
-  EXPECT_DOUBLE_EQ(window.view().zoom(), 0.6);
-  window.view().set_fit(Fit::WholePage);
-  const engine::Page& page = window.view().pages()[0];
-  const double height = page.height * window.view().zoom() * window.view().logicalDpiY() / 1440;
-  EXPECT_LE(height, window.view().viewport()->height());
-  EXPECT_GT(height, window.view().viewport()->height() - 40);
-  EXPECT_EQ(list.currentText(), "Whole Page");
-  window.tool(9)->trigger();
-  EXPECT_EQ(window.view().columns(), 3);
-  EXPECT_TRUE(window.tool(9)->isChecked());
-  window.view().set_zoom(100);
-  EXPECT_DOUBLE_EQ(window.view().zoom(), 8);
+  PageView& view = window.view();
+  auto& list = child<QComboBox>(window, "Zoom");
+  const auto typed = [&](const char* text) {
+    return [this, &window, &list, text] {
+      type(window, "Zoom", text);
+      QTest::keyClick(list.lineEdit(), Qt::Key_Return);
+    };
+  };
+  const std::tuple<const char*, std::function<void()>, const char*> steps[] = {
+      {"in", [&] { tool(window, "Zoom In"); }, "125%"},
+      {"out", [&] { tool(window, "Zoom Out"); }, "100%"},
+      {"Ctrl++", [&] { QTest::keyClick(&window, Qt::Key_Plus, Qt::ControlModifier); }, "125%"},
+      {"Ctrl+-", [&] { QTest::keyClick(&window, Qt::Key_Minus, Qt::ControlModifier); }, "100%"},
+      {"typed", typed("60"), "60%"},
+      {"typed with %", typed("150%"), "150%"},
+      {"nonsense", typed("wide"), "150%"},
+      {"too large", typed("99999"), "800%"},
+      {"too small", typed("0.5"), "10%"},
+      {"Ctrl+0", [&] { QTest::keyClick(&window, Qt::Key_0, Qt::ControlModifier); }, "100%"},
+      {"Ctrl+1", [&] { QTest::keyClick(&window, Qt::Key_1, Qt::ControlModifier); }, "Whole Page"},
+      {"Ctrl+2", [&] { QTest::keyClick(&window, Qt::Key_2, Qt::ControlModifier); }, "Page Width"},
+      {"listed", typed("Whole Page"), "Whole Page"},
+  };
+  for (const auto& [what, act, told] : steps) {
+    act();
+    EXPECT_EQ(list.currentText().toStdString(), told) << what;
+  }
+  const double height = 16838 * view.zoom() * view.logicalDpiY() / 1440;
+  EXPECT_LE(height, view.viewport()->height());
+  EXPECT_GT(height, view.viewport()->height() - 40);
 }
 
-TEST_F(PreviewTest, CopyTakesTheTextOfThePage) {
+// What stands under the mouse stays under it.
+TEST_F(PreviewTest, WheelZoomsAboutTheMouse) {
   PreviewWindow& window = shown();
+  PageView& view = window.view();
+  view.zoom(2);
+  const QPoint mouse(300, 200);
+  const auto text_at = [&] {
+    drag(*view.viewport(), mouse - QPoint(60, 60), mouse + QPoint(60, 60));
+    return view.selected_text();
+  };
+  const double dots = 2 * view.logicalDpiX() / 1440.0;
+  view.horizontalScrollBar()->setValue(static_cast<int>(1152 * dots) - 200);
+  const QString before = text_at();
+  ASSERT_FALSE(before.isEmpty());
+  QWheelEvent wheel(mouse, view.viewport()->mapToGlobal(mouse), {}, {0, 240}, {}, Qt::ControlModifier,
+                    Qt::NoScrollPhase, false);
+  QApplication::sendEvent(view.viewport(), &wheel);
+  EXPECT_NEAR(view.zoom(), 2 * 1.15 * 1.15, 1e-9);
+  EXPECT_EQ(text_at(), before);
+}
+
+TEST_F(PreviewTest, SeveralPagesInARow) {
+  PreviewWindow& window = shown();
+  PageView& view = window.view();
+  tool(window, "Multiple");
+  EXPECT_EQ(view.columns(), 3);
+  EXPECT_EQ(view.horizontalScrollBar()->maximum(), 0);
+  EXPECT_TRUE(child<QToolButton>(window, "Multiple").isChecked());
+  tool(window, "Next");
+  tool(window, "Next");
+  EXPECT_EQ(page_number(window), 3);
+  tool(window, "Single");
+  EXPECT_EQ(view.columns(), 1);
+  EXPECT_TRUE(child<QToolButton>(window, "Single").isChecked());
+  EXPECT_EQ(page_number(window), 3);
+}
+
+TEST_F(PreviewTest, CopyTakesThePageOrTheSelection) {
+  PreviewWindow& window = shown();
+  QClipboard& clipboard = *QApplication::clipboard();
   QTest::keyClick(&window, Qt::Key_C, Qt::ControlModifier);
-  const QString text = QApplication::clipboard()->text();
-  EXPECT_TRUE(text.startsWith("Register\thead\nAsha\tCaption\n")) << text.toStdString();
+  EXPECT_TRUE(clipboard.text().startsWith("Register\thead\nAsha\tCaption\n")) << clipboard.text().toStdString();
+
+  // From the left end of the page over the first line of Detail: margins 1152 and 720, header 300, line 240 high.
+  PageView& view = window.view();
+  const double dots = view.logicalDpiX() / 1440.0;
+  const int left = (view.viewport()->width() - static_cast<int>(11906 * dots)) / 2;
+  const auto at = [&](double x, double y) {
+    return QPoint(left + static_cast<int>(x * dots), PageArrangement::kGap + static_cast<int>(y * dots));
+  };
+  drag(*view.viewport(), at(200, 1100), at(3000, 1180));
+  tool(window, "Copy");
+  EXPECT_EQ(clipboard.text(), "Asha");
+  QTest::keyClick(&window, Qt::Key_A, Qt::ControlModifier);
+  tool(window, "Copy");
+  EXPECT_TRUE(clipboard.text().startsWith("Register\thead\nAsha\tCaption\n"));
 }
 
 TEST_F(PreviewTest, SeveralAtOnceEachWithItsPages) {
   PreviewWindow& first = shown(kForm201);
   PreviewWindow& second = shown(kForm202);
   frame::basMain().BlankForm = true;
-  PreviewWindow& third = shown(kForm201);
-  EXPECT_EQ(open_windows(), 3u);
-  EXPECT_EQ(second.windowTitle(), "Form202 - Preview");
-  // The third is a later run of the first one's report object.
-  EXPECT_EQ(&first.report(), &third.report());
-  EXPECT_TRUE(text_of(first.pages()[0]).contains("Asha"));
-  EXPECT_FALSE(text_of(third.pages()[0]).contains("Asha"));
+  PreviewWindow& third = shown(kForm201);  // a later run of the first one's report object
+  EXPECT_EQ(windows->open(), 3u);
+  EXPECT_EQ(second.windowTitle(), "Form202");
+  EXPECT_TRUE(page_text(first, 0).contains("Asha"));
+  EXPECT_FALSE(page_text(third, 0).contains("Asha"));
   first.close();
-  turn();
-  EXPECT_EQ(open_windows(), 2u);
+  EXPECT_EQ(windows->open(), 2u);
+  windows->turn();
+  EXPECT_EQ(frame::report_slot(kForm201).Pages().Count(), 3u);
+  EXPECT_TRUE(page_text(shown(kForm202), 0).contains("Caption"));
 }
 
 TEST_F(PreviewTest, AReportWithoutRowsShowsNoPages) {
   database.run("DELETE FROM Customer");
   PreviewWindow& window = shown();
-  EXPECT_EQ(child<QLineEdit>(window, "page").text(), "0 / 0");
-  EXPECT_FALSE(window.tool(2)->isEnabled());
-  QTest::mouseClick(&child<QToolButton>(window, "tool1"), Qt::LeftButton);  // does nothing
-  QTest::keyClick(&window.view(), Qt::Key_End);
+  EXPECT_EQ(page_number(window), 0);
+  EXPECT_FALSE(child<QToolButton>(window, "Print...").isEnabled());
+  tool(window, "E&xport Report");  // does nothing
+  for (const Qt::Key key : {Qt::Key_End, Qt::Key_PageDown, Qt::Key_Plus})
+    QTest::keyClick(&window.view(), key, key == Qt::Key_Plus ? Qt::ControlModifier : Qt::NoModifier);
+  QTest::keyClick(&window, Qt::Key_A, Qt::ControlModifier);
+  QTest::mouseClick(window.view().viewport(), Qt::LeftButton);
+  EXPECT_EQ(windows->open(), 1u);
 }
 
 TEST_F(PreviewTest, AFailedRunIsToldAndThrownOn) {
   database.run("DROP TABLE Customer");
-  std::string told;
-  in_dialog([&](QDialog& box) {
-    told = box.property("text").toString().toStdString();
-    box.accept();
-  });
-  EXPECT_THROW(frame::report_slot(kForm201).Show(), value::Failure);
-  EXPECT_NE(told.find("Customer"), std::string::npos) << told;
-  EXPECT_EQ(open_windows(), 1u);
+  std::string thrown;
+  try {
+    frame::report_slot(kForm201).Show();
+  } catch (const value::Failure& failure) {
+    thrown = failure.description();
+  }
+  EXPECT_NE(thrown.find("Customer"), std::string::npos) << thrown;
+  ASSERT_EQ(windows->open(), 1u);
+  PreviewWindow& window = *windows->windows().back();
+  auto* box = window.findChild<QMessageBox*>();
+  ASSERT_NE(box, nullptr);
+  EXPECT_EQ(box->text().toStdString(), thrown);
+  EXPECT_TRUE(box->isVisible());
+  box->accept();
+  EXPECT_EQ(child<QLabel>(window, "Notices").text().toStdString(), thrown);
 }
 
-class ThousandPages : public PreviewTest {
+// What was filled before the failure is shown.
+class FailsOnMeera : public AllCustomers {
+ public:
+  using AllCustomers::AllCustomers;
+
  protected:
-  ThousandPages()
-      : PreviewTest(
-            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 1000)"
-            "INSERT INTO Customer SELECT i, 'Dealer ' || i FROM n;") {}
+  void Detail_Format() override {
+    if (text("txtName") == "Meera") throw value::Failure(value::Error::TypeMismatch, "Meera has no number");
+  }
 };
+
+TEST_F(PreviewTest, AFailedRunShowsWhatWasFilled) {
+  frame::set_report_classes({{kForm201, [] { return std::unique_ptr<frame::Report>(new FailsOnMeera(kForm201)); }}});
+  EXPECT_THROW(frame::report_slot(kForm201).Show(), value::Failure);
+  PreviewWindow& window = *windows->windows().back();
+  ASSERT_GE(window.view().pages().Count(), 2u);
+  EXPECT_TRUE(page_text(window, 1).contains("Ganesh"));
+  EXPECT_TRUE(child<QLabel>(window, "Notices").text().contains("Meera has no number"));
+}
 
 TEST_F(ThousandPages, ScrollDrawingOnlyWhatShows) {
   PreviewWindow& window = shown();
   PageView& view = window.view();
   ASSERT_EQ(view.pages().Count(), 1000u);
-  window.repaint();
-  EXPECT_LE(view.drawn(), 2u);
+  view.viewport()->repaint();
+  EXPECT_LE(view.pictures().drawn(), 2u);
   const auto began = std::chrono::steady_clock::now();
   QScrollBar& bar = *view.verticalScrollBar();
-  constexpr int kSteps = 50;
+  constexpr int kSteps = 100;
   for (int i = 1; i <= kSteps; ++i) {
-    bar.setValue(bar.maximum() * i / kSteps);
+    bar.setValue(static_cast<int>(std::int64_t{bar.maximum()} * i / kSteps));
     view.viewport()->repaint();
   }
   const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - began;
   EXPECT_EQ(view.current_page(), 999u);
-  EXPECT_LE(view.drawn(), 2u + 2u * kSteps);
+  EXPECT_LE(view.pictures().drawn(), 2u + 2u * kSteps);
+  EXPECT_LE(view.pictures().kib(), PagePictures::kKiB);
   EXPECT_LT(took.count() / kSteps, 100) << "ms a step";
   RecordProperty("ms_a_step", std::to_string(took.count() / kSteps));
-  QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier);
-  auto& find = child<QLineEdit>(window, "find");
-  QTest::keyClicks(&find, "Dealer 777");
-  QTest::keyClick(&find, Qt::Key_Return);
-  EXPECT_EQ(view.current_page(), 776u);
+}
+
+// A page at the largest zoom would be a picture of 230 MB.
+TEST_F(ThousandPages, ALargeZoomDrawsOnlyThePartThatShows) {
+  PreviewWindow& window = shown();
+  window.view().zoom(PageView::kMostZoom);
+  const std::size_t before = window.view().pictures().drawn();
+  window.view().viewport()->repaint();
+  EXPECT_LE(window.view().pictures().drawn() - before, 4u);
+  EXPECT_LE(window.view().pictures().kib(), 4 * 16 * 1024 + 4);
 }
 
 }  // namespace
