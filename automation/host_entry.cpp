@@ -4,6 +4,7 @@
 #include "automation/connection_object.h"
 #include "automation/launcher_object.h"
 #include "automation/library.h"
+#include "automation/windows.h"
 #include "engine/layout_store.h"
 #include "frame/slots.h"
 
@@ -105,6 +106,26 @@ HRESULT DorvoEndJob(const char* opened, const char* failure, DorvoOutcome* outco
   *outcome = {job().pages(), job().failed() || failed(code)};
   end_job();
   return code;
+}
+
+HRESULT DorvoPreviewStart() {
+  return guarded(E_FAIL, [] { load_windows(); });
+}
+
+HRESULT DorvoPreviewRun() {
+  return guarded(E_FAIL, [] {
+    if (loaded_windows()) loaded_windows()->run();
+  });
+}
+
+HRESULT DorvoPreviewTurn() {
+  return guarded(E_FAIL, [] {
+    if (loaded_windows()) loaded_windows()->turn();
+  });
+}
+
+std::int32_t DorvoPreviewCount() {
+  return loaded_windows() ? static_cast<std::int32_t>(loaded_windows()->open()) : 0;
 }
 
 void DorvoEachMessage(DorvoEachText each, void* context) {

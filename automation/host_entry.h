@@ -51,6 +51,20 @@ struct DorvoOutcome {
 };
 DORVO_ENTRY dorvo::automation::HRESULT DorvoEndJob(const char* opened, const char* failure, DorvoOutcome* outcome);
 
+// ---- windows ----
+
+// From now on a report that is shown opens a preview, and SHowForm returns while it is open. Loads libDorvoPreview.so,
+// which stands beside this library. A host that has a QApplication keeps it, and its event loop drives the windows; for
+// any other host one is made, and the host calls one of the next two. Done once; a second call does nothing. Fails
+// where there is no such library or no screen.
+DORVO_ENTRY dorvo::automation::HRESULT DorvoPreviewStart();
+// Handles what the user does until the last preview is closed; returns at once when none is open.
+DORVO_ENTRY dorvo::automation::HRESULT DorvoPreviewRun();
+// Handles what has come in so far and returns, for a host that turns a loop of its own.
+DORVO_ENTRY dorvo::automation::HRESULT DorvoPreviewTurn();
+// Previews that are open.
+DORVO_ENTRY std::int32_t DorvoPreviewCount();
+
 // ---- lists and messages; a text is good until the function that gets it returns ----
 
 using DorvoEachText = void (*)(void* context, const char* text);

@@ -26,8 +26,11 @@ struct PrintJob {
   std::string layouts;
 };
 
-// UsageError for what the library has not; every other failure is told on stderr.
+// UsageError for what the library has not; every other failure is told on stderr, or thrown as RunError.
 int print(const PrintJob& job);
+
+// Opens the report's preview and stays until the last window is closed.
+int preview(const PrintJob& job);
 
 int list_classes();
 int list_reports();

@@ -34,7 +34,8 @@ std::string options_of_formats() {
   return text;
 }
 
-struct PrintCommand {
+// A command that opens a report: `print` or `preview`.
+struct ReportCommand {
   PrintJob job;
   std::string database_file;
   std::string database_variable;
@@ -44,15 +45,16 @@ struct PrintCommand {
   CLI::Option* properties_option = nullptr;
   CLI::App* app = nullptr;
 
-  void describe(CLI::App& program);
-  int run();
+  ReportCommand(CLI::App& program, const char* name, const char* told);
+  void add_files();
+  int run(int (*open)(const PrintJob&));
 
  private:
   std::vector<Assignment> in_order_given() const;
 };
 
-void PrintCommand::describe(CLI::App& program) {
-  app = program.add_subcommand("print", "Prints a report to files");
+ReportCommand::ReportCommand(CLI::App& program, const char* name, const char* told)
+    : app(program.add_subcommand(name, told)) {
   auto* from = app->add_option_group("database", "Where the figures are, one of:")->require_option(1);
   from->add_option("--db", job.database, "Connection text, or the path of a database file")->type_name("TEXT");
   from->add_option("--db-file", database_file, "File whose first line is the connection text")->type_name("FILE");
@@ -66,6 +68,12 @@ void PrintCommand::describe(CLI::App& program) {
   properties_option = app->add_option("--set", properties, "Property of the launcher, in the order given")
                           ->type_name("NAME=VALUE")
                           ->allow_extra_args(false);
+  app->add_option("--layouts", job.layouts, "Folder whose layouts are used instead of the built-in ones")
+      ->type_name("DIR")
+      ->check(CLI::Validator(CLI::ExistingDirectory).description(""));
+}
+
+void ReportCommand::add_files() {
   std::string kinds;
   DorvoEachOutputKind([](void* all, const char* kind) { *static_cast<std::string*>(all) += " ." + std::string(kind); },
                       &kinds);
@@ -76,12 +84,9 @@ void PrintCommand::describe(CLI::App& program) {
   app->add_option("--option", job.options, "Property of a format's filter, as PDF.Version=0; see below")
       ->type_name("FORMAT.NAME=VALUE")
       ->allow_extra_args(false);
-  app->add_option("--layouts", job.layouts, "Folder whose layouts are used instead of the built-in ones")
-      ->type_name("DIR")
-      ->check(CLI::Validator(CLI::ExistingDirectory).description(""));
 }
 
-std::vector<Assignment> PrintCommand::in_order_given() const {
+std::vector<Assignment> ReportCommand::in_order_given() const {
   std::vector<Assignment> all;
   std::size_t setting = 0;
   std::size_t property = 0;
@@ -96,11 +101,11 @@ std::vector<Assignment> PrintCommand::in_order_given() const {
   return all;
 }
 
-int PrintCommand::run() {
+int ReportCommand::run(int (*open)(const PrintJob&)) {
   job.assignments = in_order_given();
   if (!database_file.empty()) job.database = first_line_of(database_file);
   if (!database_variable.empty()) job.database = environment(database_variable);
-  return print(job);
+  return open(job);
 }
 
 void describe_demo(CLI::App& program, DemoPractice& demo) {
@@ -119,12 +124,13 @@ void describe_schema(CLI::App& program, std::string& dialect) {
 }
 
 int run(int argc, char** argv) {
-  CLI::App program("Prints the statutory forms and reports of a practice without a window", "dorvoform");
+  CLI::App program("Prints and shows the statutory forms and reports of a practice", "dorvoform");
   program.set_version_flag("--version", std::string("dorvoform ") + DorvoVersion());
   program.require_subcommand(0, 1);
-  PrintCommand print_command;
+  ReportCommand print_command(program, "print", "Prints a report to files");
+  print_command.add_files();
+  ReportCommand preview_command(program, "preview", "Shows a report in a window, until the last window is closed");
   DemoPractice demo;
-  print_command.describe(program);
   program.add_subcommand("classes", "Lists the launcher classes with their members");
   program.add_subcommand("reports", "Lists the report classes and whether they are built");
   describe_demo(program, demo);
@@ -138,8 +144,9 @@ int run(int argc, char** argv) {
     throw UsageError(error.what());
   }
   if (program.get_subcommands().empty())
-    throw UsageError("a command is required: print, classes, reports, demo-db or schema");
-  if (program.got_subcommand("print")) return print_command.run();
+    throw UsageError("a command is required: print, preview, classes, reports, demo-db or schema");
+  if (program.got_subcommand("print")) return print_command.run(print);
+  if (program.got_subcommand("preview")) return preview_command.run(preview);
   if (program.got_subcommand("classes")) return list_classes();
   if (program.got_subcommand("schema")) return write_schema(dialect);
   return program.got_subcommand("reports") ? list_reports() : write_demo_database(demo);

@@ -3,6 +3,7 @@
 #include "automation/host_entry.h"
 #include "host/client.h"
 #include "host/commands.h"
+#include "host/launch.h"
 
 namespace dorvo::host {
 namespace {
@@ -16,27 +17,15 @@ void set_outputs(const PrintJob& job) {
   }
 }
 
-// As every host does: the shared settings, the launcher's properties, SHowForm.
-void launch(const PrintJob& job, const Object& settings, const Object& launcher) {
-  const Object connection = Object::of_connection(job.database);
-  settings.put("ConnectionString", job.database);
-  settings.put_reference("myConn", connection);
-  for (const Assignment& given : job.assignments) (given.is_setting ? settings : launcher).put(given.name, given.value);
-  launcher.call("SHowForm");
-}
-
 }  // namespace
 
 int print(const PrintJob& job) {
-  DorvoLayoutsFrom(job.layouts.c_str());
-  const Object settings = Object::of_class("generalPrintClass");
-  const Object launcher = job.class_name.empty() ? Object::of_report(job.report) : Object::of_class(job.class_name);
-  for (const Assignment& given : job.assignments) (given.is_setting ? settings : launcher).member(given.name);
+  const Launch launch(job);
   set_outputs(job);
 
   std::string failure;
   try {
-    launch(job, settings, launcher);
+    launch.run();
   } catch (const RunError& error) {
     failure = error.what();
   }

@@ -162,6 +162,8 @@ TEST_F(PreviewTest, WheelZoomsAboutTheMouse) {
   PreviewWindow& window = shown();
   PageView& view = window.view();
   view.zoom(2);
+  view.horizontalScrollBar()->setValue(0);
+  view.verticalScrollBar()->setValue(0);
   const QPoint mouse(200, 160);  // "Asha", 1152 twips from the left and 1020 from the top
   const auto text_at = [&] {
     drag(*view.viewport(), mouse - QPoint(20, 4), mouse + QPoint(20, 4));
