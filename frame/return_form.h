@@ -35,7 +35,7 @@ class ReturnForm : public Report {
   // ---- boxes and columns ----
   void put_all(Boxes boxes, const value::Variant& held);
   void show_all(Boxes boxes, bool visible);
-  // The number in a box, for sums: the arithmetic of Variants keeps amounts exact to the paisa.
+  // The number in a box, for sums with columns, which may be NULL.
   value::Variant amount(std::string_view box) const { return number(box); }
   // Val of a column of the main query; fails with InvalidUseOfNull, naming report and column.
   double master_number(std::string_view column);

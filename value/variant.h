@@ -65,7 +65,7 @@ std::string text_of(const Variant& value);
 double number_of(const Variant& value);
 
 // Sum and difference as the statutory computations take them: NULL on either side gives NULL, so that the
-// failure comes where the result is written into a box. Amounts of up to 15 digits add up exactly to the paisa.
+// failure comes where the result is written into a box. Plain doubles: no figure is rounded on its way.
 Variant operator+(const Variant& left, const Variant& right);
 Variant operator-(const Variant& left, const Variant& right);
 Variant& operator+=(Variant& left, const Variant& right);

@@ -53,6 +53,13 @@ TEST(Variant, NullGoesThroughArithmetic) {
   }
 }
 
+// The text of a double's 15 digits evens out 0.1 + 0.2; what a difference of large amounts leaves beyond them prints.
+TEST(Variant, NoFigureIsRounded) {
+  EXPECT_EQ(text_of(Variant(0.1) + 0.2), "0.3");
+  EXPECT_EQ(text_of(Variant(10000000.25) - 9999999.5), "0.75");
+  EXPECT_EQ(text_of(Variant(1234567.85) - 1234000.75), "567.100000000093");
+}
+
 TEST(Variant, ABitOfOneEqualsMinusOne) {
   EXPECT_TRUE(equals(Variant(true), -1));
   EXPECT_FALSE(equals(Variant(true), 1));
