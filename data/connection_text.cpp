@@ -167,8 +167,9 @@ std::string without_password(std::string message, const std::string& password) {
   if (!password.empty())
     for (std::size_t at = 0; (at = message.find(password, at)) != std::string::npos; at += 3)
       message.replace(at, password.size(), "***");
-  std::replace_if(
-      message.begin(), message.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
+  constexpr std::string_view kLineEnds = "\r\n\t";
+  for (std::size_t at = 0; (at = message.find_first_of(kLineEnds, at)) != std::string::npos; ++at)
+    message.replace(at, std::min(message.find_first_not_of(kLineEnds, at), message.size()) - at, " ");
   return std::string(value::trim(message));
 }
 

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -67,7 +68,8 @@ void PostgresServer::run(const std::string& sql) const {
 }
 
 std::string PostgresServer::answer(const std::string& sql) const {
-  const std::string file = folder_ + ".sql";
+  static std::atomic<int> number = 0;
+  const std::string file = folder_ + "." + std::to_string(++number) + ".sql";
   std::ofstream(file) << sql;
   const std::string line = run_command("PGPASSWORD=owner psql -qAt -v ON_ERROR_STOP=1 -h 127.0.0.1 -U owner -p " +
                                        std::to_string(port_) + " -d practice -f " + file + " 2>&1");
