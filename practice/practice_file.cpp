@@ -35,7 +35,8 @@ PracticeFile::PracticeFile(std::string target)
   std::remove(beside_.c_str());
   const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_EXCLUSIVE;
   if (sqlite3_open_v2(beside_.c_str(), &database_, flags, nullptr) != SQLITE_OK) {
-    const std::string reason = sqlite3_errmsg(database_);
+    const int system = sqlite3_system_errno(database_);
+    const std::string reason = system != 0 ? std::strerror(system) : sqlite3_errmsg(database_);
     close();
     fail(reason);
   }
