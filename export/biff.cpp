@@ -398,7 +398,7 @@ std::string sheet_head(int version, const BiffSheet& sheet, const BiffStyles& st
   constexpr std::size_t kUsual = 0x00C1;  // page breaks shown, outlines below and to the right
   std::string out;
   add_bof(out, version, kBofSheet);
-  if (version < 5) append_record(out, 0x0042, BiffBytes().u16(version == 2 ? 1252 : 0x8001));
+  if (version < 5) append_record(out, 0x0042, BiffBytes().u16(version == 4 ? 1252 : 0x8001));
   if (version >= 3) append_record(out, 0x0081, BiffBytes().u16(kUsual | kFitToPage));
   add_breaks(out, version, sheet.breaks);
   if (version < 5) out += styles.records();
