@@ -169,10 +169,6 @@ Option parse_option(std::string_view text) {
   throw Failure(Error::PropertyNotFound, "Option \"" + std::string(name) + "\" is not known; expected one of " + known);
 }
 
-Format format_of(const Option& option) {
-  return option.property->format;
-}
-
 std::vector<std::string> option_help() {
   std::vector<std::string> lines;
   for (const PropertyRow& row : properties()) lines.push_back(full_name(row) + "=" + std::string(row.expected));

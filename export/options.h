@@ -42,7 +42,6 @@ struct Option {
 
 // From "FORMAT.Property=value"; names ignore case. Fails with PropertyNotFound or TypeMismatch.
 Option parse_option(std::string_view text);
-Format format_of(const Option& option);
 // All options with their kinds, one line each, for a help text.
 std::vector<std::string> option_help();
 
