@@ -175,6 +175,8 @@ void check_one_select(std::string_view sql) {
         before.is("(") || before.is("union") || before.is("all") || before.is("except") || before.is("intersect");
     if (token.is("select") && !inner) refuse("a second SELECT begins", sql, token.text);
     if (forbidden(value::lower_name(token.text))) refuse("\"" + std::string(token.text) + "\" stands", sql, token.text);
+    // A SELECT that draws a number writes to the sequence.
+    if (token.is("value") && before.is("next")) refuse("\"NEXT VALUE\" stands", sql, before.text);
   }
 }
 

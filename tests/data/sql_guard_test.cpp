@@ -25,6 +25,7 @@ TEST(SqlGuard, OneSelectPasses) {
            "select * from cdetail where EntryType='SALESUS81' and Particular <> 'Form \"C\"'",
            "select N'\xE0\xA4\xA8' as n from t with (nolock)",
            "select a from t where like_update = 1 and dropped = 2",
+           "select next, value from t",
        })
     EXPECT_NO_THROW(check_one_select(text)) << text;
 }
@@ -56,6 +57,7 @@ TEST(SqlGuard, AllElseIsRefused) {
            std::string("select * from t order by 1 waitfor delay '0:0:9'"),
            std::string("select * from openrowset('x','y','z')"),
            std::string("select * from t for update"),
+           std::string("select 1, next value for dbo.numbers"),
            std::string("select 1 from t where a = dbo.select b from t"),
            // What a comment hides depends on the database.
            std::string("SELECT 1 /* x */"),
