@@ -39,6 +39,9 @@ void Job::add_option(const std::string& option) {
 
 void Job::show(frame::Report& report) {
   has_shown_ = true;
+  // A host that shows one report after another and ends no job would keep the lines of all of them.
+  messages.clear();
+  failed_ = false;
   std::optional<value::Failure> failure = failure_of([&] {
     begin(report.Name(), false);
     run(report);
@@ -46,7 +49,8 @@ void Job::show(frame::Report& report) {
   });
   if (failure) fail(failure->description());
   if (const auto unwritten = failure_of([&] { end_dumps(); })) {
-    fail(unwritten->description());
+    // A dump that could not take a page cannot be ended either, and has told it.
+    if (!failure || unwritten->description() != failure->description()) fail(unwritten->description());
     if (!failure) failure = unwritten;
   }
   outputs_.clear();

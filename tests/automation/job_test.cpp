@@ -97,5 +97,16 @@ TEST_F(JobTest, FailureOnTheWayKeepsThePagesSoFarInTheDumpAlone) {
   EXPECT_NE(dumped["messages"].back().get<std::string>().find("txtA"), std::string::npos);
 }
 
+TEST_F(JobTest, OfReportsShownOneAfterAnotherTheLastCounts) {
+  database.run("UPDATE T SET A = NULL WHERE A = 3");
+  EXPECT_THROW(job.show(report), value::Failure);
+  database.run("UPDATE T SET A = 3 WHERE A IS NULL");
+  for (int run = 0; run < 2; ++run) {
+    job.show(report);
+    EXPECT_FALSE(job.failed());
+    EXPECT_EQ(job.messages.size(), 3u) << "a cut text a page";
+  }
+}
+
 }  // namespace
 }  // namespace dorvo::automation

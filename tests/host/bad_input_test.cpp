@@ -166,11 +166,11 @@ TEST_F(BadInput, FullDisk) {
     EXPECT_EQ(files(), Names{"old.pdf"}) << target;
   }
   EXPECT_EQ(whole_file(folder() / "old.pdf"), "old") << "what stood there before is left alone";
-  EXPECT_EQ(
-      run({"print", "--db", practice_file(), "--class", "clsForm201", "--set", "PropCMasterID=1", "--out", "b.json"},
-          full)
-          .status,
-      1);
+  const Outcome dump = run(
+      {"print", "--db", practice_file(), "--class", "clsForm201", "--set", "PropCMasterID=1", "--out", "b.json"}, full);
+  EXPECT_EQ(dump.status, 1);
+  EXPECT_TRUE(is_one_line(dump.err)) << dump.err;
+  EXPECT_EQ(run({"schema", "sqlite"}, full).status, 1);
   EXPECT_EQ(run({"demo-db", "p.db"}, full).status, 1);
   EXPECT_EQ(files(), Names{"old.pdf"});
 }
