@@ -152,6 +152,13 @@ int run(int argc, char** argv) {
   return program.got_subcommand("reports") ? list_reports() : write_demo_database(demo);
 }
 
+// A list that was cut short is no success.
+int with_output_written(int status) {
+  if (std::fflush(stdout) == 0 && !std::ferror(stdout)) return status;
+  tell("Cannot write to the standard output");
+  return kFailed;
+}
+
 }  // namespace
 
 void tell(const std::string& text) {
@@ -167,7 +174,7 @@ void tell(const std::string& text) {
 int main(int argc, char** argv) {
   using namespace dorvo::host;
   try {
-    return run(argc, argv);
+    return with_output_written(run(argc, argv));
   } catch (const UsageError& error) {
     tell(error.what());
     return kUsage;
