@@ -148,6 +148,10 @@ class SqliteSession : public Session {
     deadline_ = Clock::now() + kQueryTime;
     const int result = sqlite3_exec(database_.get(), "SELECT 1 FROM sqlite_schema LIMIT 1", nullptr, nullptr, nullptr);
     if (result == SQLITE_NOTADB) cannot_open(file_, "it is no SQLite database");
+    if (result == SQLITE_READONLY)
+      cannot_open(file_,
+                  "it has a write-ahead log or a change that was broken off; a program that may write in its "
+                  "folder must open it first");
     if (result != SQLITE_OK) cannot_open(file_, sqlite3_errmsg(database_.get()));
   }
 

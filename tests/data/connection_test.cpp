@@ -20,15 +20,33 @@ void write_file(const std::string& path, const std::string& content) {
   std::ofstream(path, std::ios::binary) << content;
 }
 
+// The file that a program leaves behind that dies in the middle of a change.
+void leave_broken_change(const std::string& path) {
+  ScratchDatabase database("CREATE TABLE t (a); INSERT INTO t VALUES (zeroblob(100000))");
+  sqlite3* writer = nullptr;
+  ASSERT_EQ(sqlite3_open(database.path().c_str(), &writer), SQLITE_OK);
+  EXPECT_EQ(
+      sqlite3_exec(writer, "PRAGMA cache_size = 1; BEGIN; DELETE FROM t; INSERT INTO t VALUES (randomblob(200000))",
+                   nullptr, nullptr, nullptr),
+      SQLITE_OK);
+  std::filesystem::copy_file(database.path(), path);
+  std::filesystem::copy_file(database.path() + "-journal", path + "-journal");
+  sqlite3_close(writer);
+}
+
 TEST(Connection, WhatIsNoDatabaseFileIsTold) {
   ScratchFolder folder;
   write_file(folder.file("foreign.db"), std::string(4096, 'x'));
+  leave_broken_change(folder.file("broken.db"));
   struct Case {
     std::string text, says;
   };
   for (const Case& c :
        {Case{folder.file("none.db"), "No such file or directory"}, Case{folder.file("."), "it is no file"},
-        Case{folder.file("foreign.db"), "it is no SQLite database"}}) {
+        Case{folder.file("foreign.db"), "it is no SQLite database"},
+        Case{folder.file("broken.db"),
+             "it has a write-ahead log or a change that was broken off; a program that may write in its folder must "
+             "open it first"}}) {
     try {
       Connection::open(c.text);
       ADD_FAILURE() << c.text;
