@@ -32,6 +32,14 @@ bool is_list(std::string_view text) {
   return equals != std::string_view::npos && is_key(value::trim(text.substr(0, equals)));
 }
 
+// A list whose first name is spoilt is no path, and its password must not be told as part of one.
+bool is_spoilt_list(std::string_view text) {
+  if (text.find(';') == std::string_view::npos) return false;
+  const std::string lower = value::lower_name(text);
+  const auto has = [&](std::string_view word) { return lower.find(word) != std::string::npos; };
+  return !has("/") || has("pwd") || has("password");
+}
+
 // Reads the items of a list one after the other.
 class Reader {
  public:
@@ -116,8 +124,7 @@ ConnectionText ConnectionText::parse(std::string_view text) {
   if (text.find('\0') != std::string_view::npos) refuse("it holds a NUL character");
   ConnectionText parsed;
   if (!is_list(text)) {
-    if (text.find(';') != std::string_view::npos && text.find('/') == std::string_view::npos)
-      refuse("item 1 has no \"=\"; " + std::string(kExpected));
+    if (is_spoilt_list(text)) refuse("item 1 has no name before a \"=\"; " + std::string(kExpected));
     parsed.file_ = text;
     return parsed;
   }

@@ -18,6 +18,7 @@ std::string first_line_of(const std::string& file) {
   std::string line;
   if (!std::getline(in, line)) throw RunError("Cannot read a connection text from \"" + file + "\"");
   if (line.ends_with('\r')) line.pop_back();
+  if (line.starts_with("\xEF\xBB\xBF")) line.erase(0, 3);  // as some editors begin a text
   return line;
 }
 

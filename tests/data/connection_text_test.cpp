@@ -78,7 +78,11 @@ TEST(ConnectionText, BadTextsAreRefusedWithoutTheirValues) {
       {"Password=geheim;Server=x", "no Provider, Driver or DSN"},
       {"Data Source=practice.db", "no Provider, Driver or DSN"},
       {"Provider=SQLite;Password=geheim", "names no Data Source"},
-      {"a;b", "item 1 has no \"=\""},
+      {"a;b", "item 1 has no name"},
+      {"{Driver}=x;Server=a/b;PWD=geheim", "item 1 has no name"},
+      {"\xEF\xBB\xBF"
+       "Driver=/x.so;Password=geheim",
+       "item 1 has no name"},
   };
   for (const Case& c : kCases) {
     try {
