@@ -100,7 +100,7 @@ class GridMaker {
     for (std::size_t i = 0; i < boxes_.size(); ++i) {
       places_[i].first_column = track_of(columns_.starts, boxes_[i].left);
       places_[i].last_column = last_track(columns_.starts, columns_.right, places_[i].first_column, boxes_[i].right,
-                                          boxes_[i].text_end(), options_.border_space);
+                                          boxes_[i].need_end(), options_.border_space);
     }
   }
 
@@ -245,8 +245,9 @@ class GridMaker {
         const Place& other = places_[order[j]];
         if (b.top >= a.bottom && other.first_row != one.first_row) break;
         const bool one_cell = one.first_row == other.first_row && one.first_column == other.first_column;
-        const bool stand_over = common(a.left, a.text_end(), b.left, b.text_end()) > options_.border_space &&
-                                common(a.top, a.bottom, b.top, b.bottom) > options_.border_space;
+        const bool stand_over =
+            common(a.ink_left(), a.ink_right(), b.ink_left(), b.ink_right()) > options_.border_space &&
+            common(a.top, a.bottom, b.top, b.bottom) > options_.border_space;
         if (one_cell || stand_over) grid_.overlaps.push_back(std::minmax(order[i], order[j]));
       }
     std::sort(grid_.overlaps.begin(), grid_.overlaps.end());
@@ -323,9 +324,8 @@ void GridColumnFinder::add_neighbours(const GridBox& one, const GridBox& other) 
   const GridBox& first = one.left <= other.left ? one : other;
   const GridBox& second = one.left <= other.left ? other : one;
   if (second.left - first.left < options_.min_column_width) edges_.keep_apart(first.left, second.left);
-  const int end = std::min(first.text_end(), second.left);
-  if (second.left > first.left && end > second.left - options_.min_column_width)
-    edges_.keep_room(second.left, end - options_.border_space);
+  const int end = std::min(first.need_end(), second.left);
+  if (second.left > first.left && end > second.left - options_.min_column_width) edges_.keep_room(second.left, end);
 }
 
 GridColumns GridColumnFinder::columns() const {

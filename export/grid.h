@@ -28,9 +28,13 @@ struct GridBox {
   int top = 0;
   int right = 0;
   int bottom = 0;
-  int text_right = 0;  // where its text ends, when that is before `right`; 0: not known
+  int text_left = 0;   // where its text stands in it, when `text_width` is not 0
+  int text_width = 0;  // 0: not known, the text may fill the box
 
-  int text_end() const { return text_right > left ? text_right : right; }
+  // How far a cell that begins with the box must reach for its text.
+  int need_end() const { return text_width > 0 ? left + text_width : right; }
+  int ink_left() const { return text_width > 0 ? text_left : left; }
+  int ink_right() const { return text_width > 0 ? text_left + text_width : right; }
 };
 
 // A rule from one point to another; in a grid it becomes borders of cells, on the side of the texts on which it is.

@@ -9,6 +9,8 @@ namespace {
 using engine::ControlKind;
 using engine::PageItem;
 
+constexpr int kPadding = 30;  // twips that a cell keeps free beside its text
+
 void add_frame(const PageItem& item, std::vector<GridRule>& rules) {
   const int right = item.left + item.width;
   const int bottom = item.top + item.height;
@@ -39,8 +41,10 @@ GridBox box_of(const PageItem& item, std::vector<engine::LinePlace>& places) {
   const auto twips = [&](double em) { return static_cast<int>(std::lround(engine::twips_of(em, item.half_points))); };
   box.top = static_cast<int>(std::lround(places.front().baseline)) - twips(item.shaped->ascent);
   box.bottom = box.top + twips(item.shaped->line_height) * static_cast<int>(places.size());
-  const bool from_left = !item.control->style || item.control->style->align == engine::Align::Left;
-  if (from_left) box.text_right = std::min(box.right, item.left + twips(item.shaped->widest));
+  double left = box.right;
+  for (const engine::LinePlace& place : places) left = std::min(left, place.x);
+  box.text_left = static_cast<int>(std::lround(left)) - kPadding;
+  box.text_width = twips(item.shaped->widest) + 2 * kPadding;
   return box;
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <numeric>
 
 #include "value/failure.h"
 #include "value/text.h"
@@ -85,8 +86,9 @@ void put(Spool& spool, const StoredPage& page) {
   for (std::size_t i = 0; i < page.boxes.size(); ++i) {
     const GridBox& box = page.boxes[i];
     const CellFormat& format = page.formats[i];
-    for (int number : {box.left, box.top, box.right, box.bottom, box.text_right, static_cast<int>(format.font),
-                       static_cast<int>(format.align), format.wrap ? 1 : 0, page.widths[i]})
+    for (int number :
+         {box.left, box.top, box.right, box.bottom, box.text_left, box.text_width, static_cast<int>(format.font),
+          static_cast<int>(format.align), format.wrap ? 1 : 0, page.widths[i]})
       spool.write_number(number);
     spool.write_text(page.texts[i]);
     spool.write_text(page.names[i]);
@@ -109,7 +111,8 @@ StoredPage take_page(Spool& spool) {
     *number = take_number(spool);
   for (int count = take_number(spool); count > 0; --count) {
     GridBox box;
-    for (int* number : {&box.left, &box.top, &box.right, &box.bottom, &box.text_right}) *number = take_number(spool);
+    for (int* number : {&box.left, &box.top, &box.right, &box.bottom, &box.text_left, &box.text_width})
+      *number = take_number(spool);
     CellFormat format;
     format.font = static_cast<std::size_t>(take_number(spool));
     format.align = static_cast<engine::Align>(take_number(spool));
@@ -260,7 +263,18 @@ class XlsFilter::Sheets {
       for (std::size_t box : cell.boxes)
         if (!merges() || cell.rows == 1)
           heights[cell.row] = std::max(heights[cell.row], page.boxes[box].bottom - page.boxes[box].top);
+    for (const GridCell& cell : grid.cells) make_room(page, cell, heights);
     return heights;
+  }
+
+  // The rows of a merged cell together are as high as its text.
+  void make_room(const StoredPage& page, const GridCell& cell, std::vector<int>& heights) const {
+    if (!merges()) return;
+    const auto first = heights.begin() + static_cast<std::ptrdiff_t>(cell.row);
+    const int room = std::accumulate(first, first + static_cast<std::ptrdiff_t>(cell.rows), 0);
+    int need = 0;
+    for (std::size_t box : cell.boxes) need = std::max(need, page.boxes[box].bottom - page.boxes[box].top);
+    heights[cell.row + cell.rows - 1] += std::max(0, need - room);
   }
 
   // Without merged cells each line of a text has a sheet row of its own: how many a grid row needs for that.

@@ -66,10 +66,10 @@ TEST(GridColumns, AreTheSameForAllPagesOfATable) {
 TEST(GridColumns, KeepTheRoomOfTheTextBefore) {
   // The second box begins 300 after a boundary of another row; the text before it ends 200 after that boundary.
   const GridBox other{1500, 0, 3000, 240};
-  const GridBox text{0, 300, 1790, 540, 1700};
+  const GridBox text{0, 300, 1790, 540, 0, 1700};
   const GridBox beside{1800, 300, 3000, 540};
   EXPECT_EQ(columns_of({other, text, beside}, {}).starts, (Ints{0, 1500, 1800}));
-  EXPECT_EQ(columns_of({other, {0, 300, 1790, 540, 1400}, beside}, {}).starts, (Ints{0, 1500}));
+  EXPECT_EQ(columns_of({other, {0, 300, 1790, 540, 0, 1400}, beside}, {}).starts, (Ints{0, 1500}));
   EXPECT_EQ(columns_of({other, text, beside}, {}).widths(), (Ints{1500, 300, 1200}));
 }
 
