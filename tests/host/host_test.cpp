@@ -80,7 +80,8 @@ TEST_F(HostTest, NoPage) {
 }
 
 TEST_F(HostTest, ConnectionTextFromFileAndVariable) {
-  std::ofstream(folder() / "db.txt") << "\xEF\xBB\xBFProvider=SQLite;Data Source=" << practice_file() << "\r\nsecond line\n";
+  std::ofstream(folder() / "db.txt") << "\xEF\xBB\xBFProvider=SQLite;Data Source=" << practice_file()
+                                     << "\r\nsecond line\n";
   const std::vector<std::string> rest = {"--class", "clsForm1", "--set", "PropCMasterID=2", "--out", "a.json"};
   std::vector<std::string> arguments = {"print", "--db-file", "db.txt"};
   arguments.insert(arguments.end(), rest.begin(), rest.end());
