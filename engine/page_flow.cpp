@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "engine/split.h"
+#include "engine/utf8.h"
 
 namespace dorvo::engine {
 namespace {
@@ -22,6 +23,19 @@ std::uint64_t mix(std::uint64_t hash, std::uint64_t value) {
 
 std::uint64_t pair_of(int a, int b) {
   return (std::uint64_t{static_cast<std::uint32_t>(a)} << 32) | static_cast<std::uint32_t>(b);
+}
+
+// As much of a text as a message needs, on one line.
+std::string start_of(std::string_view text) {
+  constexpr int kShown = 60;
+  std::string start;
+  std::size_t at = 0;
+  for (int shown = 0; at < text.size(); ++shown) {
+    if (shown == kShown) return start + "...";
+    const char32_t character = next_char(text, at);
+    if (character != U'\r') append_char(start, character == U'\n' ? U' ' : character);
+  }
+  return start;
 }
 
 // A control is where its layout is, which the page keeps alive.
@@ -301,7 +315,7 @@ void PageFlow::tell_clipped(const PageItem& item) {
   if (++clipped_ == kMostMessages + 1) run_.messages().push_back(run_.report().Name() + ": further texts are cut");
   if (clipped_ > kMostMessages) return;
   run_.messages().push_back(run_.report().Name() + ", page " + std::to_string(number_) + ", " + item.name() +
-                            ": the text is larger than its box and is cut: " + std::string(item.string()));
+                            ": the text is larger than its box and is cut: " + start_of(item.string()));
 }
 
 }  // namespace dorvo::engine

@@ -117,11 +117,20 @@ TEST(FitText, CutTextsAreTold) {
   const auto report = table().report(R"(<Layout name="Bill"><Section kind="Detail" name="Detail" height="1000">
       <Field name="txtName" column="t" width="300" height="230"/></Section></Layout>)",
                                      3);
+  report->on("Detail_Format", [&] {
+    if (report->field("txtName").Text() != "row 3") return;
+    std::string note = "row 3\r\n";
+    for (int i = 0; i < 60; ++i) note += "\u0928";
+    report->field("txtName").Text(note);
+  });
   report->run();
+  std::string start = "row 3 ";
+  for (int i = 0; i < 53; ++i) start += "\u0928";
   EXPECT_EQ(report->Messages(),
-            (std::vector<std::string>{"Bill, page 1, txtName: the text is larger than its box and is cut: row 1",
-                                      "Bill, page 1, txtName: the text is larger than its box and is cut: row 2",
-                                      "Bill, page 2, txtName: the text is larger than its box and is cut: row 3"}));
+            (std::vector<std::string>{
+                "Bill, page 1, txtName: the text is larger than its box and is cut: row 1",
+                "Bill, page 1, txtName: the text is larger than its box and is cut: row 2",
+                "Bill, page 2, txtName: the text is larger than its box and is cut: " + start + "..."}));
   EXPECT_TRUE(report->Pages()[0].items[0].clipped);
   report->run();
   EXPECT_EQ(report->Messages().size(), 3u) << "of the last run only";
