@@ -161,10 +161,10 @@ class Composer {
 }  // namespace
 
 void Run::compose(SectionPlan& section, Band& band) {
-  bind(section);
+  band.start(section.section->layout());
+  if (!bind(section)) return;  // boxes behind the one that failed hold the row before
   raise(section.format, section, "_Format");
   raise(section.before_print, section, "_BeforePrint");
-  band.start(section.section->layout());
   if (section.section->Visible()) Composer(*this, section, band).lay_out();
 }
 

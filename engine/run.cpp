@@ -169,7 +169,7 @@ void Run::one_row(BandTarget& target) {
 // A row counts where it landed.
 void Run::land_row() {
   landed_ = row_;
-  if (!failure_) totals_.add_row([&](std::size_t column) { return recordset_->Fields(column); });
+  guard("recMaster", [&] { totals_.add_row([&](std::size_t column) { return recordset_->Fields(column); }); });
 }
 
 void Run::open_groups_from(std::size_t level, BandTarget& target) {
@@ -228,14 +228,20 @@ void Run::stand_on_landed_row() {
   if (landed_ > 0) recordset_->AbsolutePosition(landed_);
 }
 
-void Run::bind(SectionPlan& section) {
+bool Run::bind(SectionPlan& section) {
   for (ControlPlan& control : section.controls) {
-    if (control.total) {
-      control.field->Text(total_text(control, section));
-    } else if (control.column) {
-      control.field->Text(has_row() ? value::text_of(recordset_->Fields(*control.column)) : std::string());
+    try {
+      if (control.total) {
+        control.field->Text(total_text(control, section));
+      } else if (control.column) {
+        control.field->Text(has_row() ? value::text_of(recordset_->Fields(*control.column)) : std::string());
+      }
+    } catch (const Failure& failure) {
+      fail(failure.at(report_.Name() + ", recMaster, " + control.control->Name()));
+      return false;
     }
   }
+  return true;
 }
 
 // In the Detail section a total runs: it counts the row that is formatted.

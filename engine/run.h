@@ -68,7 +68,8 @@ class Run {
   std::size_t level_broken_by_next_row();
 
   bool has_row() const { return rows_ > 0; }
-  void bind(SectionPlan& section);
+  // False when a column has no text, which is a failure of the run.
+  bool bind(SectionPlan& section);
   std::string total_text(const ControlPlan& control, const SectionPlan& section);
 
   ActiveReport& report_;

@@ -543,11 +543,17 @@ TEST(RunLoop, FailuresTellTheirPlace) {
       {"a box of a column that is not there",
        [](Trial& r) { r.at_start = [&r] { r.recMaster().Source("SELECT 1 AS m"); }; },
        "3265 List, recMaster: n needs the column n, which the result of the query has not"},
+      {"a figure that has no text",
+       [](Trial& r) { r.at_start = [&r] { r.recMaster().Source("SELECT 1 AS n UNION ALL SELECT 2e308"); }; },
+       "6 List, recMaster, n: Overflow"},
   };
   for (const Case& each : cases) {
     const auto report = table().report(list(600), 2);
     each.arrange(*report);
     EXPECT_EQ(failure_of(*report).find(each.failure), 0u) << each.story << ": " << failure_of(*report);
+    if (each.failure[0] == '6') {
+      EXPECT_EQ(shown(*report), "n=1@100") << "the row before stands";
+    }
   }
 }
 
