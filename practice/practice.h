@@ -17,7 +17,7 @@ struct Options {
   std::uint64_t seed = 1;  // of the invented names and figures; the described cases do not depend on it
 };
 
-// Writes the practice to `file`, which appears whole or not at all and replaces what was there.
+// Writes the practice to `file`, which appears whole or not at all. An earlier sample there is replaced, no other file.
 // Failure: CannotWrite with the file and the reason; Overflow for options out of their range.
 void write_practice(const std::string& file, const Options& options);
 

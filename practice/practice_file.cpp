@@ -3,14 +3,30 @@
 #include <sqlite3.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <fstream>
 
 #include "value/failure.h"
 
 namespace dorvo::practice {
 namespace {
+
+// Stands in the head of every sample practice, where SQLite keeps a mark for the application whose file it is.
+constexpr std::string_view kMark = "DorP";
+constexpr std::streamoff kMarkOffset = 68;
+
+// A file that may be replaced: an earlier sample, or nothing at all. A practice's own figures never are.
+bool is_replaceable(const std::string& file) {
+  std::ifstream in(file, std::ios::binary);
+  if (!in || in.peek() == std::ifstream::traits_type::eof()) return true;
+  std::array<char, kMark.size()> held{};
+  in.seekg(kMarkOffset);
+  in.read(held.data(), held.size());
+  return in && std::string_view(held.data(), held.size()) == kMark;
+}
 
 // As the reports find it in an embedded file: dates as year-month-day, flags as 1 and 0.
 int bind(sqlite3_stmt* statement, int place, const value::Variant& held) {
@@ -32,6 +48,7 @@ int bind(sqlite3_stmt* statement, int place, const value::Variant& held) {
 
 PracticeFile::PracticeFile(std::string target)
     : target_(std::move(target)), beside_(target_ + "." + std::to_string(getpid()) + ".part") {
+  if (!is_replaceable(target_)) fail("it is a file of another kind, and only an earlier sample is replaced");
   std::remove(beside_.c_str());
   const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_EXCLUSIVE;
   if (sqlite3_open_v2(beside_.c_str(), &database_, flags, nullptr) != SQLITE_OK) {
@@ -42,7 +59,8 @@ PracticeFile::PracticeFile(std::string target)
   }
   try {
     // Nothing left over from earlier pages: the same rows give the same bytes.
-    run("PRAGMA secure_delete = ON; PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF; BEGIN");
+    run("PRAGMA application_id = 0x446F7250; PRAGMA secure_delete = ON; PRAGMA journal_mode = OFF; PRAGMA synchronous "
+        "= OFF; BEGIN");
     run(ddl(Dialect::Sqlite));
   } catch (...) {
     close();

@@ -130,11 +130,15 @@ TEST_F(PracticeTest, ReadmeListsEveryCase) {
   }
 }
 
-TEST_F(PracticeTest, ReplacesAnEarlierFile) {
+TEST_F(PracticeTest, ReplacesAnEarlierSampleAndNoOtherFile) {
   const std::string file = folder_ / "p.db";
-  std::ofstream(file) << "something else";
+  practice::write_practice(file, {.years = 1});
   practice::write_practice(file, {});
   EXPECT_EQ(ask(file, "select count(*) from YearMaster"), "2\n");
+  const std::string figures = folder_ / "figures.db";
+  std::ofstream(figures) << "a practice's own";
+  EXPECT_THROW(practice::write_practice(figures, {}), value::Failure);
+  EXPECT_EQ(std::filesystem::file_size(figures), 16u);
 }
 
 TEST_F(PracticeTest, UnwritableTargetLeavesNothing) {
