@@ -54,7 +54,8 @@ class ExportWindow::Panel {
     const int at = rows_->rowCount();
     auto* told = new QLabel(caption);
     told->setBuddy(widget);
-    rows_->addWidget(told, at, 0, Qt::AlignTop | Qt::AlignLeft);
+    const bool is_tall = dynamic_cast<QListWidget*>(widget) != nullptr;
+    rows_->addWidget(told, at, 0, (is_tall ? Qt::AlignTop : Qt::AlignVCenter) | Qt::AlignLeft);
     rows_->addWidget(widget, at, 1, 1, behind ? 1 : 2);
     if (behind) rows_->addWidget(behind, at, 2);
   }

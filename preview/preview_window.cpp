@@ -70,6 +70,7 @@ PreviewWindow::PreviewWindow(frame::Report& report, const std::string& failure)
   cancel_print_->setObjectName("Cancel Printing");
   cancel_print_->hide();
   statusBar()->addPermanentWidget(cancel_print_);
+  statusBar()->hide();  // until there is a job to tell of
 
   connect_tools();
   add_keys();
@@ -179,6 +180,7 @@ void PreviewWindow::print() {
 void PreviewWindow::follow(const PrintOrder& order, int job) {
   auto* watch = new PrintWatch(order, job, this);
   statusBar()->showMessage(job_text(order, job, {}));
+  statusBar()->show();
   cancel_print_->show();
   disconnect(cancel_print_, nullptr, this, nullptr);
   const auto pressed = connect(cancel_print_, &QPushButton::clicked, this, [this, watch] {
