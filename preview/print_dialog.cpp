@@ -61,7 +61,6 @@ PrintDialog::PrintDialog(Document document, const std::vector<PrinterName>& prin
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
   print_ = buttons->addButton("&Print", QDialogButtonBox::AcceptRole);
   print_->setObjectName("Print");
-  print_->setDefault(true);
   auto* all = new QVBoxLayout(this);
   all->addLayout(form);
   all->addWidget(wrong_);
@@ -74,6 +73,7 @@ PrintDialog::PrintDialog(Document document, const std::vector<PrinterName>& prin
   connect(ranges_, &QLineEdit::textChanged, this, [this] { check(); });
   for (QRadioButton* choice : {all_, current_, some_})
     connect(choice, &QRadioButton::toggled, this, [this] { check(); });
+  print_->setDefault(true);  // heard of by the dialog only once the button stands in it
   take_paper();
 }
 
