@@ -26,7 +26,8 @@ target_compile_options(dorvo_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -
 if(DORVO_SANITIZE)
   # The checks that sanitizers put into the standard library's templates make g++ see uninitialized values there.
   target_compile_options(dorvo_flags INTERFACE -fsanitize=${DORVO_SANITIZE} -fno-omit-frame-pointer
-                                               -fno-sanitize-recover=all -Wno-maybe-uninitialized)
+                                               -fno-sanitize-recover=all
+                                               $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
   target_link_options(dorvo_flags INTERFACE -fsanitize=${DORVO_SANITIZE})
 endif()
 
