@@ -36,7 +36,9 @@ int print(const PrintJob& job) {
   DorvoEachMessage([](void*, const char* text) { tell(text); }, nullptr);
   if (!is_ended) tell(DorvoLastError());
   if (outcome.failed || !failure.empty()) return kFailed;
-  return outcome.pages == 0 ? kNoPage : kPrinted;
+  if (outcome.pages > 0) return kPrinted;
+  tell("no page: " + opened + " has nothing to print for this key");
+  return kNoPage;
 }
 
 }  // namespace dorvo::host

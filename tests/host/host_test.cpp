@@ -73,6 +73,7 @@ TEST_F(HostTest, NoPage) {
                                 std::vector<std::string>{"--class", "clsInterestMaster", "--set", "PropYearID=3"}}) {
     const Outcome outcome = print(arguments);
     EXPECT_EQ(outcome.status, 3) << outcome.err;
+    EXPECT_TRUE(is_one_line(outcome.err)) << outcome.err;
     EXPECT_EQ(files(), std::set<std::string>{"a.json"});
     EXPECT_EQ(dump()["pages"].size(), 0u);
     EXPECT_EQ(dump()["messages"].size(), 0u);
