@@ -74,14 +74,7 @@ PageSetupDialog::PageSetupDialog(const engine::PageSettings& settings, QWidget* 
 }
 
 void PageSetupDialog::take_paper() {
-  const int code = paper_->currentData().toInt();
-  const bool is_custom = code == engine::kPaperCustom;
-  width_->setEnabled(is_custom);
-  height_->setEnabled(is_custom);
-  if (!is_custom) {
-    show_twips(*width_, paper_size(code).width());
-    show_twips(*height_, paper_size(code).height());
-  }
+  show_paper(paper_->currentData().toInt(), *width_, *height_);
   check();
 }
 

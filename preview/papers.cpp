@@ -79,4 +79,13 @@ void show_twips(QDoubleSpinBox& box, double twips) {
   box.setValue(twips / kTwipsPerMm);
 }
 
+void show_paper(int code, QDoubleSpinBox& width, QDoubleSpinBox& height) {
+  const bool is_custom = code == engine::kPaperCustom;
+  width.setEnabled(is_custom);
+  height.setEnabled(is_custom);
+  if (is_custom) return;
+  show_twips(width, paper_size(code).width());
+  show_twips(height, paper_size(code).height());
+}
+
 }  // namespace dorvo::preview

@@ -28,5 +28,7 @@ QComboBox* paper_list(const QString& name, int chosen);
 QDoubleSpinBox* length_box(const QString& name, double twips, double least_mm, double most_mm);
 int twips_in(const QDoubleSpinBox& box);
 void show_twips(QDoubleSpinBox& box, double twips);
+// Fills the lengths of a paper that has its own; those of custom paper are the user's to write.
+void show_paper(int code, QDoubleSpinBox& width, QDoubleSpinBox& height);
 
 }  // namespace dorvo::preview

@@ -102,14 +102,7 @@ QWidget* PrintDialog::page_choice() {
 }
 
 void PrintDialog::take_paper() {
-  const int code = paper_->currentData().toInt();
-  const bool is_custom = code == engine::kPaperCustom;
-  width_->setEnabled(is_custom);
-  height_->setEnabled(is_custom);
-  if (!is_custom) {
-    show_twips(*width_, paper_size(code).width());
-    show_twips(*height_, paper_size(code).height());
-  }
+  show_paper(paper_->currentData().toInt(), *width_, *height_);
   check();
 }
 
